@@ -1,0 +1,9 @@
+// CADTypesXD: start-up and shut-down of the module, which has no work of its own to do then.
+#pragma once
+
+#include <ZORBase/common/Export.h>
+
+namespace ZORBase::CADTypesXD {
+ZORBASE_API void initialization();
+ZORBASE_API void Finalization();
+}  // namespace ZORBase::CADTypesXD

@@ -1,0 +1,145 @@
+#pragma once
+
+#include <ZORBase/ZORGeometry/CADTypes6D/TPoint6D.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/TSUTable.h>
+#include <ZORBase/common/BaseServices/TList.h>
+#include <ZORBase/common/BaseServices/TPersistent.h>
+#include <ZORBase/common/Cadtypes/TMatrix2D.h>
+#include <ZORBase/common/Export.h>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace ZORBase {
+
+/// A cubic, non-rational B-spline curve on [0, 1] through points of type TPoint, its control points P[0..pCount-1], and its
+/// arc-length table. Every component of a point counts alike in blending, distances and lengths.
+///
+/// Holds: the knot count is pCount + 4. A fitted curve is clamped: it starts in its first and ends in its last control point.
+/// A curve without control points raises the general error wherever one is needed.
+///
+/// The fit is global cubic interpolation with end tangents: L. Piegl, W. Tiller, "The NURBS Book", 2nd edition, 9.2.3.
+template <class TPoint>
+class ZORBASE_API TNurbsCurve : public TPersistent {
+ public:
+  /// The distance between two rows of the arc-length table, in the curve's length unit; measured by the chord across each
+  /// knot interval.
+  static constexpr double kSampleSpacing = 0.03;
+  /// A table may have this many rows (80 bytes each).
+  static constexpr std::int64_t kMaxTableRows = 64'000'000;
+  /// Fewer points are not fitted.
+  static constexpr int kFewestFitPoints = 4;
+  /// Neighbours closer than this are the same point.
+  static constexpr double kSmallestChord = 1e-6;
+
+  // -------------------------------------------------------------------------------------- contents
+
+  const TNurbsBasicFunc& BasicFun() const { return FBasicFun; }  ///< without knots until there are control points
+  std::span<const TPoint> pointArr() const { return FPoints; }
+  int pCount() const { return static_cast<int>(FPoints.size()); }
+  const TSUTable& SUTable() const { return FTable; }
+
+  // -------------------------------------------------------------------------------------- evaluating
+
+  /// \return the point at param; the last control point for param >= 1, the first one for param <= 0 or NaN.
+  TPoint EvalPoint(double param) const;
+
+  /// Gives the point and its first to third derivatives with respect to u, clamped to [0, 1], in CK[0..3].
+  /// \throws the general error when CK has fewer than 4 places.
+  void CurveDerivsAlg1(double u, std::span<TPoint> CK) const;
+
+  /// \return whether the first and the last control point are closer than 1e-6.
+  bool GetIsClosed() const;
+
+  // -------------------------------------------------------------------------------------- arc length
+
+  /// Builds the arc-length table. A fit does it by itself; after CreateByCtlPoints it is the caller's to do.
+  /// \throws the general error when a chord is not finite or the table would need more than kMaxTableRows rows; the table stays as
+  ///         it was.
+  void InitLengthByUArray();
+
+  /// \return the length of the curve: S of the table's last row. \throws the general error while there is no table.
+  double CurveLength() const { return FTable.Last().S; }
+  double GetCurveLength() const { return CurveLength(); }
+
+  /// Arc length from the start of the curve to the parameter, and back; see TSUTable.
+  double GetSByU(double u) const { return FTable.GetSByU(u); }
+  double GetUByS(double S) const { return FTable.GetUByS(S); }
+
+  /// \return the arc length from one parameter to another; negative when paramTo lies before paramFrom.
+  double LengthOfParam(double paramFrom, double paramTo) const { return GetSByU(paramTo) - GetSByU(paramFrom); }
+
+  /// \return the parameter at the arc length from the start. The form with a cursor gives the same number and is cheaper for
+  ///         lengths near the last one.
+  double ParamOfLength(double length) const { return GetUByS(length); }
+  double ParamOfLength(double length, TSUTable::TCursor& Cursor) const { return FTable.GetUByS(length, Cursor); }
+
+  /// Scans the table for the row whose plane point pos is nearest to point; the first one of several. Param becomes its
+  /// parameter, the result its pos; 0 and the zero point for an empty table. Tolerance is not used.
+  /// The rows of a six-component curve hold no plane point, so there the first row is found: parameter 0, the zero point.
+  TPoint GetNearestPoint(const TPoint& point, double Tolerance, double& Param) const;
+
+  // -------------------------------------------------------------------------------------- bounds
+
+  /// Largest and smallest X and Y over the control points; further components are those of the first control point. The zero
+  /// point when there are none. Computed anew at every call.
+  TPoint GetMax();
+  TPoint GetMin();
+
+  bool pointsChanged() const { return FPointsChanged; }
+  const TPoint& maxPos() const { return FMaxPos; }  ///< as the last GetMax or GetMin left it
+  const TPoint& minPos() const { return FMinPos; }
+
+  // -------------------------------------------------------------------------------------- changing
+
+  /// Moves the control points so that the first one is the zero point. Knots and table stay.
+  void RelativeToZero();
+
+  /// Reverses the travel; the knots are mirrored on [0, 1] and the table is rewritten without six-component points. With an even
+  /// count of control points the middle pair keeps its order: A B C D gives D B C A.
+  void Reverse();
+
+ protected:
+  TNurbsCurve() = default;
+
+  /// Takes over knots and control points: the first pointCount + 4 and pointCount. The table stays.
+  /// \return false, with the curve as it was, unless there are four more knots than points.
+  /// \throws the general error when pointCount is negative or there are fewer points.
+  bool TakeControlPoints(std::span<const double> uVec, std::span<const TPoint> points, int pointCount);
+
+  /// Fits the curve through Q. \return false, with the curve as it was, for fewer than 4 points.
+  /// \throws the general error, with the curve as it was, for neighbours closer than 1e-6, points that are not finite or too
+  ///         large to measure, neighbours closer than 1e-6 of the path, and a table of too many rows.
+  bool FitThrough(std::span<const TPoint> Q, TParalizeMethod Method);
+
+  /// The parametrisations t[0..n] of the points, and their chord length in all.
+  /// \return false when two neighbours are closer than 1e-6, or for fewer than two points.
+  /// \throws the general error when Params has no place for every point.
+  static bool SpreadEqually(std::span<const TPoint> Points, std::span<double> Params, double& Length);
+  static bool SpreadByChord(std::span<const TPoint> Points, std::span<double> Params, double& Length);
+  static bool SpreadCentripetally(std::span<const TPoint> Points, std::span<double> Params, double& Length);
+  static bool Spread(std::span<const TPoint> Points, std::span<double> Params, double& Length, TParalizeMethod Method);
+
+  /// Solves for the inner control points P[2..n] of the curve through Q[0..n] with the knots U[0..n+6]; the outer ones are
+  /// given.
+  /// \throws the general error when n < 3, when an array is too short, and when a pivot is zero or not finite, naming the two
+  ///         points that are too close.
+  static void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> U, std::span<TPoint> P);
+
+  void AssignCurve(const TNurbsCurve& Source);
+
+ private:
+  static TSUTable Measure(const TNurbsBasicFunc& Basis, std::span<const TPoint> Points);
+  void UpdatePointsVariables();
+
+  TNurbsBasicFunc FBasicFun;
+  std::vector<TPoint> FPoints;
+  bool FPointsChanged = true;
+  TPoint FMaxPos{};
+  TPoint FMinPos{};
+  TSUTable FTable;
+};
+
+}  // namespace ZORBase

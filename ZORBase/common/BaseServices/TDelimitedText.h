@@ -1,0 +1,40 @@
+#pragma once
+
+#include <ZORBase/common/Export.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace ZORBase {
+
+/// Walks over the items of a text that are parted by "," or by blanks (characters with codes 1 to 32).
+///
+/// Blanks before and after an item are passed over, so "1, 2" and "1 2" both hold two items. An item may stand in double
+/// quotes, where commas and blanks belong to it and a doubled quote is one quote; a quote that is never closed runs to
+/// the end. Two commas in a row hold an empty item between them, and so does a "," that is the last character.
+class ZORBASE_API TDelimitedText {
+ public:
+  explicit TDelimitedText(std::string_view Text);
+
+  /// Goes on to the next item. \return false behind the last one.
+  /// \throws the general error for a byte 0, which no item can hold.
+  bool Next();
+
+  /// The current item; it stays readable until Next is called again, and while the text lives.
+  std::string_view Item() const { return FItem; }
+
+ private:
+  void ReadQuotedItem();
+  void ReadPlainItem();
+  void SkipBlanks();
+  void PassSeparator();
+
+  std::string_view FText;
+  std::size_t FPlace = 0;
+  bool FEndsWithEmptyItem = false;
+  std::string_view FItem;
+  std::string FUnquoted;
+};
+
+}  // namespace ZORBase

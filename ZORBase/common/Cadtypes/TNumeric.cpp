@@ -1,0 +1,78 @@
+#include <ZORBase/common/Cadtypes/TNumeric.h>
+
+#include <ZORBase/common/BaseServices/Extended.h>
+#include <ZORBase/common/BaseServices/TGeneralError.h>
+
+#include <array>
+#include <cmath>
+#include <mutex>
+#include <numbers>
+#include <string>
+#include <vector>
+
+namespace ZORBase {
+namespace {
+
+using TGaussRule = std::vector<TGaussNode>;
+
+// The Legendre polynomial of degree N and its derivative at X, by Bonnet's recursion.
+struct TLegendre {
+  Extended Value;
+  Extended Slope;
+};
+
+TLegendre Legendre(int N, Extended X) {
+  Extended before = 1.0L;
+  Extended value = X;
+  for (int k = 2; k <= N; ++k) {
+    const Extended next = ((2 * k - 1) * X * value - (k - 1) * before) / k;
+    before = value;
+    value = next;
+  }
+  return {value, N * (X * value - before) / (X * X - 1.0L)};
+}
+
+// Newton's iteration from Tricomi's estimate of the root; three rounds reach extended precision, which leaves the last
+// bit of a double right.
+TGaussNode NegativeNode(int N, int Index) {
+  constexpr int kRounds = 6;
+  Extended place = -std::cos(std::numbers::pi_v<Extended> * (Index + 0.75L) / (N + 0.5L));
+  for (int round = 0; round < kRounds; ++round) {
+    const TLegendre at = Legendre(N, place);
+    place -= at.Value / at.Slope;
+  }
+  const Extended slope = Legendre(N, place).Slope;
+  const Extended weight = 2.0L / ((1.0L - place * place) * slope * slope);
+  return {static_cast<double>(place), static_cast<double>(weight)};
+}
+
+TGaussRule ComputeRule(int N) {
+  TGaussRule rule(static_cast<std::size_t>(N));
+  for (int i = 0; i < (N + 1) / 2; ++i) {
+    TGaussNode node = NegativeNode(N, i);
+    if (2 * i + 1 == N) node.Place = 0.0;
+    rule[static_cast<std::size_t>(i)] = node;
+    rule[static_cast<std::size_t>(N - 1 - i)] = {-node.Place, node.Weight};
+  }
+  if (N % 2 == 1) rule[static_cast<std::size_t>(N / 2)].Place = 0.0;
+  return rule;
+}
+
+}  // namespace
+
+std::span<const TGaussNode> TNumeric::GaussLegendreRule(int N) {
+  if (N < 1 || N > kGaussPointLimit) {
+    RaiseGeneralError("Gauss quadrature with " + std::to_string(N) + " points; 1 to " +
+                      std::to_string(kGaussPointLimit) + " are possible");
+  }
+  struct TKeptRule {
+    std::once_flag Once;
+    TGaussRule Rule;
+  };
+  static std::array<TKeptRule, kGaussPointLimit + 1> keptRules;
+  TKeptRule& kept = keptRules[static_cast<std::size_t>(N)];
+  std::call_once(kept.Once, [&] { kept.Rule = ComputeRule(N); });
+  return kept.Rule;
+}
+
+}  // namespace ZORBase

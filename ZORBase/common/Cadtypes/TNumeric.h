@@ -1,0 +1,46 @@
+#pragma once
+
+#include <ZORBase/common/Export.h>
+
+#include <span>
+
+namespace ZORBase {
+
+/// A parameter interval from A to B; B may lie before A.
+struct TGeInterval {
+  double A = 0.0;
+  double B = 0.0;
+  double Tol = 0.0;  ///< kept for the callers; quadrature with a fixed number of points has no use for it
+
+  static constexpr TGeInterval Create(double A, double B, double Tol) { return {A, B, Tol}; }
+};
+
+/// A node of a quadrature rule on [-1, 1] and its weight.
+struct TGaussNode {
+  double Place = 0.0;
+  double Weight = 0.0;
+};
+
+/// Numerical integration.
+struct ZORBASE_API TNumeric {
+  /// The largest number of points of a Gauss-Legendre rule.
+  static constexpr int kGaussPointLimit = 512;
+
+  /// \return the integral of F over the interval with the N-point Gauss-Legendre rule, which is exact for polynomials of
+  ///         degree 2N - 1; the sum runs over the nodes from A to B.
+  /// \throws the general error for N outside 1..kGaussPointLimit.
+  template <class TFunc>
+  static double GaussQuadrature(TFunc&& F, const TGeInterval& Interval, int N) {
+    const double half = (Interval.B - Interval.A) / 2.0;
+    const double middle = (Interval.A + Interval.B) / 2.0;
+    double sum = 0.0;
+    for (const TGaussNode& node : GaussLegendreRule(N)) sum += node.Weight * F(middle + half * node.Place);
+    return half * sum;
+  }
+
+  /// \return the N nodes in rising order, each exact to the last bit. A rule is computed at its first use and kept.
+  /// \throws the general error for N outside 1..kGaussPointLimit.
+  static std::span<const TGaussNode> GaussLegendreRule(int N);
+};
+
+}  // namespace ZORBase

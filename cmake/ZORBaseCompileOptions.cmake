@@ -1,0 +1,18 @@
+# What every target of this project is compiled with.
+
+# Results are the same bits on every machine: no contraction to fused multiply-add, no reordering of sums.
+add_library(zorbase_compile_options INTERFACE)
+target_compile_features(zorbase_compile_options INTERFACE cxx_std_20)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(zorbase_compile_options INTERFACE
+    -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+  if(ZORBASE_WERROR)
+    target_compile_options(zorbase_compile_options INTERFACE -Werror)
+  endif()
+endif()
+
+if(ZORBASE_SANITIZE)
+  target_compile_options(zorbase_compile_options INTERFACE
+    -fsanitize=${ZORBASE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zorbase_compile_options INTERFACE -fsanitize=${ZORBASE_SANITIZE})
+endif()
