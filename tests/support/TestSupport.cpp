@@ -1,0 +1,55 @@
+#include "support/TestSupport.h"
+
+#include <fstream>
+#include <iterator>
+#include <ostream>
+#include <random>
+
+namespace ZORBase::Test {
+
+TPoint6DList PosesFrom(std::initializer_list<std::string_view> Lines) {
+  TPoint6DList poses;
+  for (const std::string_view line : Lines) poses.Add(TPoint6D::Parse1033(line));
+  return poses;
+}
+
+TScratchFolder::TScratchFolder() {
+  const std::filesystem::path base = std::filesystem::temp_directory_path();
+  do {
+    FPath = base / ("zorbase-test-" + std::to_string(std::random_device{}()));
+  } while (!std::filesystem::create_directory(FPath));
+}
+
+TScratchFolder::~TScratchFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(FPath, ignored);
+}
+
+std::size_t TScratchFolder::Count() const {
+  const std::filesystem::directory_iterator entries(FPath);
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+std::string FileText(const std::string& FileName) {
+  std::ifstream file(FileName, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void WriteFile(const std::string& FileName, std::string_view Text) {
+  std::ofstream file(FileName, std::ios::binary);
+  file << Text;
+}
+
+std::string SampleFile(std::string_view Name) { return std::string(ZORBASE_SAMPLE_DATA) + "/" + std::string(Name); }
+
+}  // namespace ZORBase::Test
+
+namespace ZORBase {
+
+void PrintTo(const TPoint6D& P, std::ostream* Stream) {
+  std::string text;
+  for (int i = 0; i < 6; ++i) text += (i == 0 ? "(" : ", ") + FloatToStr(P.Items(i));
+  *Stream << text << ")";
+}
+
+}  // namespace ZORBase
