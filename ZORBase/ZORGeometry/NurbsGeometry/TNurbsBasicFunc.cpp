@@ -1,6 +1,7 @@
 #include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
 
 #include <ZORBase/common/BaseServices/Extended.h>
+#include <ZORBase/common/BaseServices/NumberText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
 #include <algorithm>
@@ -115,7 +116,7 @@ int TNurbsBasicFunc::FindSpan(double u) const {
     int& bound = u < U[mid] ? high : low;
     if (bound == mid)
       RaiseGeneralError("TNurbsBasicFunc.FindSpan: no span between the inner knots holds the parameter " +
-                        std::to_string(u));
+                        Format1033("%.17f", u));
     bound = mid;
     mid = (low + high) / 2;
   }

@@ -11,7 +11,7 @@
 namespace ZORBase {
 
 /// How a fit spreads the parameters of its points over [0, 1].
-enum TParalizeMethod {
+enum TParalizeMethod : int {
   mEqually = 0,     ///< the same step from point to point
   mChord = 1,       ///< in proportion to the distances of the points
   mCentripetal = 2  ///< in proportion to the square roots of the distances

@@ -18,7 +18,7 @@
 namespace ZORBase {
 
 /// Which conventions a text of numbers follows.
-enum TNumberForm {
+enum TNumberForm : int {
   nfLocale,  ///< the decimal point of the current locale
   nf1033     ///< en-US
 };
