@@ -20,23 +20,23 @@ bool TNurbs6D::CreateByCtlPoints(std::span<const double> uVec, std::span<const T
 
 bool TNurbs6D::CurveParalize(const TPoint6DList& Points, std::span<double> Params, double& Length,
                              TParalizeMethod Method) {
-  return Spread(Points, Params, Length, Method);
+  return SpreadParams<TPoint6D>(Points, Params, Length, Method);
 }
 
 bool TNurbs6D::EquallyParalize(const TPoint6DList& Points, std::span<double> Params, double& Length) {
-  return SpreadEqually(Points, Params, Length);
+  return CurveParalize(Points, Params, Length, mEqually);
 }
 
 bool TNurbs6D::ChordParalize(const TPoint6DList& Points, std::span<double> Params, double& Length) {
-  return SpreadByChord(Points, Params, Length);
+  return CurveParalize(Points, Params, Length, mChord);
 }
 
 bool TNurbs6D::CentripetalParalize(const TPoint6DList& Points, std::span<double> Params, double& Length) {
-  return SpreadCentripetally(Points, Params, Length);
+  return CurveParalize(Points, Params, Length, mCentripetal);
 }
 
 void TNurbs6D::SolveTridiagonal(int n, const TPoint6DList& Q, std::span<const double> U, std::span<TPoint6D> P) {
-  SolveInnerPoints(n, Q, U, P);
+  SolveInnerPoints<TPoint6D>(n, Q, U, P);
 }
 
 bool TNurbs6D::TransformBy(const TMatrix2D& /*M*/) { return true; }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <ZORBase/ZORGeometry/CADTypes6D/TPoint6D.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/ClosestPoint.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/CurveFit.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/CurveTable.h>
 #include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
 #include <ZORBase/ZORGeometry/NurbsGeometry/TSUTable.h>
 #include <ZORBase/common/BaseServices/TList.h>
@@ -24,15 +27,8 @@ namespace ZORBase {
 template <class TPoint>
 class ZORBASE_API TNurbsCurve : public TPersistent {
  public:
-  /// The distance between two rows of the arc-length table, in the curve's length unit; measured by the chord across each
-  /// knot interval.
-  static constexpr double kSampleSpacing = 0.03;
-  /// A table may have this many rows (80 bytes each).
-  static constexpr std::int64_t kMaxTableRows = 64'000'000;
-  /// Fewer points are not fitted.
-  static constexpr int kFewestFitPoints = 4;
-  /// Neighbours closer than this are the same point.
-  static constexpr double kSmallestChord = 1e-6;
+  static constexpr double kSampleSpacing = kTableSpacing;
+  static constexpr std::int64_t kMaxTableRows = ZORBase::kMaxTableRows;
 
   // -------------------------------------------------------------------------------------- contents
 
@@ -49,6 +45,21 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   /// Gives the point and its first to third derivatives with respect to u, clamped to [0, 1], in CK[0..3].
   /// \throws the general error when CK has fewer than 4 places.
   void CurveDerivsAlg1(double u, std::span<TPoint> CK) const;
+
+  /// Gives EvalPoint of every parameter, bit for bit; rising parameters are cheaper.
+  /// \throws the general error when Points has no place for every parameter.
+  void EvalPoints(std::span<const double> Params, std::span<TPoint> Points) const;
+
+  /// \return the curvature over all components at u, clamped to [0, 1]: |C'' less its part along C'| / |C'|^2; NaN where C' is 0.
+  double Curvature(double u) const;
+  /// \return its reciprocal, infinite where the curve is straight.
+  double CurvatureRadius(double u) const { return 1.0 / Curvature(u); }
+
+  /// \return the place of the curve that is closest to point over all components, safe from local minima; of several equally
+  ///         close ones that with the smallest parameter. Needs knots that are clamped on [0, 1], as every fit has them. Cost
+  ///         O(number of spans).
+  /// \throws the general error for other knots, and for a point that is not finite.
+  TClosestPoint<TPoint> ClosestPoint(const TPoint& point) const;
 
   /// \return whether the first and the last control point are closer than 1e-6.
   bool GetIsClosed() const;
@@ -75,6 +86,12 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   ///         lengths near the last one.
   double ParamOfLength(double length) const { return GetUByS(length); }
   double ParamOfLength(double length, TSUTable::TCursor& Cursor) const { return FTable.GetUByS(length, Cursor); }
+
+  /// Gives ParamOfLength of every length, bit for bit; rising lengths are cheaper.
+  /// \throws the general error when params has no place for every length.
+  void ParamOfLength(std::span<const double> lengths, std::span<double> params) const {
+    FTable.GetUByS(lengths, params);
+  }
 
   /// Scans the table for the row whose plane point pos is nearest to point; the first one of several. Param becomes its
   /// parameter, the result its pos; 0 and the zero point for an empty table. Tolerance is not used.
@@ -114,24 +131,16 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   ///         large to measure, neighbours closer than 1e-6 of the path, and a table of too many rows.
   bool FitThrough(std::span<const TPoint> Q, TParalizeMethod Method);
 
-  /// The parametrisations t[0..n] of the points, and their chord length in all.
-  /// \return false when two neighbours are closer than 1e-6, or for fewer than two points.
-  /// \throws the general error when Params has no place for every point.
-  static bool SpreadEqually(std::span<const TPoint> Points, std::span<double> Params, double& Length);
-  static bool SpreadByChord(std::span<const TPoint> Points, std::span<double> Params, double& Length);
-  static bool SpreadCentripetally(std::span<const TPoint> Points, std::span<double> Params, double& Length);
-  static bool Spread(std::span<const TPoint> Points, std::span<double> Params, double& Length, TParalizeMethod Method);
-
-  /// Solves for the inner control points P[2..n] of the curve through Q[0..n] with the knots U[0..n+6]; the outer ones are
-  /// given.
-  /// \throws the general error when n < 3, when an array is too short, and when a pivot is zero or not finite, naming the two
-  ///         points that are too close.
-  static void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> U, std::span<TPoint> P);
+  /// Replaces every control point by Transform of it. Knots and table stay.
+  template <class TTransform>
+  void TransformControlPoints(TTransform&& Transform) {
+    for (TPoint& P : FPoints) P = Transform(P);
+  }
 
   void AssignCurve(const TNurbsCurve& Source);
 
  private:
-  static TSUTable Measure(const TNurbsBasicFunc& Basis, std::span<const TPoint> Points);
+  void RequireControlPoints() const;
   void UpdatePointsVariables();
 
   TNurbsBasicFunc FBasicFun;

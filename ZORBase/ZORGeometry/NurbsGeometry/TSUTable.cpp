@@ -2,6 +2,8 @@
 
 #include <ZORBase/common/TableLookup.h>
 
+#include <string>
+
 namespace ZORBase {
 namespace {
 
@@ -54,11 +56,22 @@ double LookUp(const TSUTable& Table, const TDirection& To, double Key, TSUTable:
   return Answer(Table, To, Key, place);
 }
 
+void LookUpAll(const TSUTable& Table, const TDirection& To, std::span<const double> Keys, std::span<double> Values) {
+  if (Values.size() < Keys.size()) {
+    RaiseGeneralError("TSUTable: " + std::to_string(Keys.size()) + " values to look up, but places for " +
+                      std::to_string(Values.size()) + " results");
+  }
+  TSUTable::TCursor cursor;
+  for (std::size_t i = 0; i < Keys.size(); ++i) Values[i] = LookUp(Table, To, Keys[i], cursor);
+}
+
 }  // namespace
 
 double TSUTable::GetSByU(double u) const { return LookUp(*this, kParamToLength, u); }
 double TSUTable::GetSByU(double u, TCursor& Cursor) const { return LookUp(*this, kParamToLength, u, Cursor); }
 double TSUTable::GetUByS(double S) const { return LookUp(*this, kLengthToParam, S); }
 double TSUTable::GetUByS(double S, TCursor& Cursor) const { return LookUp(*this, kLengthToParam, S, Cursor); }
+void TSUTable::GetUByS(std::span<const double> S, std::span<double> u) const { LookUpAll(*this, kLengthToParam, S, u); }
+void TSUTable::GetSByU(std::span<const double> u, std::span<double> S) const { LookUpAll(*this, kParamToLength, u, S); }
 
 }  // namespace ZORBase

@@ -5,6 +5,8 @@
 #include <ZORBase/common/Cadtypes/TPoint2D.h>
 #include <ZORBase/common/Export.h>
 
+#include <span>
+
 namespace ZORBase {
 
 /// A sample of a curve.
@@ -38,6 +40,11 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   ///         list for an empty table.
   double GetUByS(double S) const;
   double GetUByS(double S, TCursor& Cursor) const;
+
+  /// Gives GetUByS of every length, and GetSByU of every parameter, bit for bit; rising values are cheaper.
+  /// \throws also the general error when the result has no place for every value; then nothing is written.
+  void GetUByS(std::span<const double> S, std::span<double> u) const;
+  void GetSByU(std::span<const double> u, std::span<double> S) const;
 };
 
 }  // namespace ZORBase

@@ -1,0 +1,29 @@
+// ClosestPoint: the place on a curve that is closest to a point, safe from local minima. Internal: TNurbsCurve is the face
+// of it.
+#pragma once
+
+#include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
+
+#include <span>
+
+namespace ZORBase {
+
+/// A place on a curve and its distance from a given point.
+template <class TPoint>
+struct TClosestPoint {
+  double Param = 0.0;
+  TPoint Point{};
+  double Distance = 0.0;
+};
+
+/// \return the closest place of the curve with these knots and control points; of several equally close ones that with the
+///         smallest parameter.
+/// \throws the general error unless the knots are clamped on [0, 1], and for a point that is not finite.
+///
+/// On a span the squared distance is a polynomial of degree 6. Its smallest Bernstein coefficient is a lower bound, so spans,
+/// and halves of them, whose bound lies above what is reached already are left out; where it is convex, the zero of
+/// (C - P) . C' is the one minimum. See G. Farin, "Curves and Surfaces for CAGD", for blossoms and the Bernstein form.
+template <class TPoint>
+TClosestPoint<TPoint> FindClosestPoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, const TPoint& Point);
+
+}  // namespace ZORBase

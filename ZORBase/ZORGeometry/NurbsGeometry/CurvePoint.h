@@ -1,0 +1,103 @@
+// CurvePoint: evaluating a cubic B-spline curve given by its basis and its control points, for any type of points.
+// Internal: TNurbsCurve is the face of it.
+#pragma once
+
+#include <ZORBase/ZORGeometry/CADTypes6D/TPoint6D.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/TSUTable.h>
+#include <ZORBase/common/Cadtypes/TPoint2D.h>
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace ZORBase {
+
+/// What differs between the types of points: the name of their curve, and the field of a table row that holds them.
+template <class TPoint>
+struct TCurveKind;
+
+template <>
+struct TCurveKind<TPoint2D> {
+  static constexpr std::string_view kClassName = "TNurbs2D";
+  static constexpr TPoint2D TSULine::*kRowPoint = &TSULine::pos;
+};
+
+template <>
+struct TCurveKind<TPoint6D> {
+  static constexpr std::string_view kClassName = "TNurbs6D";
+  static constexpr TPoint6D TSULine::*kRowPoint = &TSULine::pos6d;
+};
+
+/// \return the name of an operation of the curve, as messages give it: "TNurbs6D.Operation".
+template <class TPoint>
+std::string CurveOperation(std::string_view Operation) {
+  return std::string(TCurveKind<TPoint>::kClassName) + "." + std::string(Operation);
+}
+
+template <class TPoint>
+double Distance(const TPoint& P, const TPoint& Q) {
+  return (P - Q).Mag();
+}
+
+inline double DotProduct(const TPoint2D& P, const TPoint2D& Q) { return P.X * Q.X + P.Y * Q.Y; }
+inline double DotProduct(const TPoint6D& P, const TPoint6D& Q) { return P.DotMul(Q); }
+
+/// \return the sum of Weights[r] * P[Span - 3 + r], r = 0..3, over the control points that exist.
+template <class TPoint>
+TPoint BlendPoints(std::span<const TPoint> P, int Span, std::span<const double, 4> Weights) {
+  TPoint sum{};
+  for (std::size_t r = 0; r < Weights.size(); ++r) {
+    const int idx = Span - TNurbsBasicFunc::kDegree + static_cast<int>(r);
+    if (idx < 0 || static_cast<std::size_t>(idx) >= P.size()) continue;
+    sum = sum + Weights[r] * P[static_cast<std::size_t>(idx)];
+  }
+  return sum;
+}
+
+/// \return the point at u, which lies in the knot interval Span.
+template <class TPoint>
+TPoint PointInSpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
+  std::array<double, 4> N{};
+  Basis.BasicFuns(Span, u, N);
+  return BlendPoints<TPoint>(P, Span, N);
+}
+
+/// \return FindSpan(u). Guess is the knot interval where u is likely to lie: asking that is cheaper than searching.
+inline int SpanNear(const TNurbsBasicFunc& Basis, int Guess, double u) {
+  const std::span<const double> U = Basis.uArr();
+  const auto guess = static_cast<std::size_t>(Guess);
+  const bool isInner = Guess >= TNurbsBasicFunc::kDegree && Guess <= Basis.uCount() - 5;
+  return isInner && U[guess] <= u && u < U[guess + 1] ? Guess : Basis.FindSpan(u);
+}
+
+/// \return the point at u: the last control point for u >= 1, the first one for u <= 0 or NaN. Guess, the knot interval where
+///         u is likely to lie, becomes the one where it lies.
+template <class TPoint>
+TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int& Guess, double u) {
+  if (u >= 1.0) return P.back();
+  if (!(u > 0.0)) return P.front();
+  Guess = SpanNear(Basis, Guess, u);
+  return PointInSpan(Basis, P, Guess, u);
+}
+
+/// As above, without a guess.
+template <class TPoint>
+TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double u) {
+  int anywhere = 0;
+  return CurvePoint(Basis, P, anywhere, u);
+}
+
+/// Gives the point and its first to third derivatives with respect to u, clamped to [0, 1], in CK[0..3].
+template <class TPoint>
+void CurveDerivs(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double u, std::span<TPoint, 4> CK) {
+  const double param = u < 0.0 ? 0.0 : (u >= 1.0 ? 1.0 : u);
+  const int span = Basis.FindSpan(param);
+  Double2DArray nders{};
+  Basis.DersBasciFuns(span, param, TNurbsBasicFunc::kDegree, 3, nders);
+  for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendPoints<TPoint>(P, span, nders[k]);
+}
+
+}  // namespace ZORBase

@@ -1,0 +1,23 @@
+// CurveTable: sampling a curve into its arc-length table. Internal: TNurbsCurve is the face of it.
+#pragma once
+
+#include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
+#include <ZORBase/ZORGeometry/NurbsGeometry/TSUTable.h>
+
+#include <cstdint>
+#include <span>
+
+namespace ZORBase {
+
+/// The distance between two rows of the table, in the curve's length unit; measured by the chord across each knot interval.
+inline constexpr double kTableSpacing = 0.03;
+/// A table may have this many rows (80 bytes each, 5 GB in all).
+inline constexpr std::int64_t kMaxTableRows = 64'000'000;
+
+/// \return the table of the curve with these control points: a first row at u = 0, and for each knot interval
+///         Round(chord / kTableSpacing) rows, at least one.
+/// \throws the general error when a chord is not finite or there would be more than kMaxTableRows rows, before any is made.
+template <class TPoint>
+TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P);
+
+}  // namespace ZORBase
