@@ -2,6 +2,7 @@
 
 #include <ZORBase/common/BaseServices/Extended.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/Sign.h>
 #include <ZORBase/common/TModuleGuard.h>
 
 #include <algorithm>
@@ -22,11 +23,6 @@ constinit TModuleGuard Guard;
 constinit std::mutex LogLock;
 constinit std::atomic<TCodeSiteLogger*> Logger{nullptr};
 
-double SignOfQuotient(double Numerator, double Denominator) {
-  if (std::isnan(Numerator) || std::isnan(Denominator)) return Numerator + Denominator;
-  return std::signbit(Numerator) == std::signbit(Denominator) ? 1.0 : -1.0;
-}
-
 }  // namespace
 
 TCodeSiteLogger* ZORLog() {
@@ -44,7 +40,7 @@ double SafeDiv(double Numerator, double Denominator, double Tolerance) {
   const Extended e = std::max(kSmallestDivTolerance, Tolerance);
   if (std::fabs(Denominator) >= e) return static_cast<double>(static_cast<Extended>(Numerator) / Denominator);
   if (std::fabs(Numerator) < e) return 0.0;
-  const double sign = Denominator == 0.0 ? SignOfQuotient(Numerator, 1.0) : SignOfQuotient(Numerator, Denominator);
+  const double sign = Denominator == 0.0 ? SignOf(Numerator) : SignOfQuotient(Numerator, Denominator);
   return static_cast<double>(sign / e);
 }
 

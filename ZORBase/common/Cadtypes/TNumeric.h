@@ -2,6 +2,8 @@
 
 #include <ZORBase/common/Export.h>
 
+#include <array>
+#include <cstddef>
 #include <span>
 
 namespace ZORBase {
@@ -24,17 +26,31 @@ struct TGaussNode {
 /// Numerical integration.
 struct ZORBASE_API TNumeric {
   /// The largest number of points of a Gauss-Legendre rule.
-  static constexpr int kGaussPointLimit = 512;
+  static constexpr int kGaussPointLimit = 256;
 
   /// \return the integral of F over the interval with the N-point Gauss-Legendre rule, which is exact for polynomials of
   ///         degree 2N - 1; the sum runs over the nodes from A to B.
   /// \throws the general error for N outside 1..kGaussPointLimit.
   template <class TFunc>
   static double GaussQuadrature(TFunc&& F, const TGeInterval& Interval, int N) {
+    const auto onEachPlace = [&F](std::span<const double> Places, std::span<double> Values) {
+      for (std::size_t i = 0; i < Places.size(); ++i) Values[i] = F(Places[i]);
+    };
+    return GaussQuadratureOfSpan(onEachPlace, Interval, N);
+  }
+
+  /// The same integral, bit for bit, where F(Places, Values) fills in the values at all places of the interval at once.
+  template <class TSpanFunc>
+  static double GaussQuadratureOfSpan(TSpanFunc&& F, const TGeInterval& Interval, int N) {
+    const std::span<const TGaussNode> rule = GaussLegendreRule(N);
     const double half = (Interval.B - Interval.A) / 2.0;
     const double middle = (Interval.A + Interval.B) / 2.0;
+    std::array<double, kGaussPointLimit> places;
+    std::array<double, kGaussPointLimit> values;
+    for (std::size_t i = 0; i < rule.size(); ++i) places[i] = middle + half * rule[i].Place;
+    F(std::span<const double>(places.data(), rule.size()), std::span<double>(values.data(), rule.size()));
     double sum = 0.0;
-    for (const TGaussNode& node : GaussLegendreRule(N)) sum += node.Weight * F(middle + half * node.Place);
+    for (std::size_t i = 0; i < rule.size(); ++i) sum += rule[i].Weight * values[i];
     return half * sum;
   }
 
