@@ -32,11 +32,17 @@ TSextic Mirrored(TSextic Whole) {
   return Whole;
 }
 
+// The signs of the second differences, which are those of the second derivative: all of one kind, or mixed.
 bool IsConvex(const TSextic& D) {
   for (std::size_t i = 0; i + 2 < D.size(); ++i) {
     if (D[i] - 2.0 * D[i + 1] + D[i + 2] < 0.0) return false;
   }
   return true;
+}
+
+bool IsConcave(TSextic D) {
+  for (double& value : D) value = -value;
+  return IsConvex(D);
 }
 
 // The Bezier points of the curve over the knot interval Span, by blossoming its control points (de Boor's scheme with mixed
@@ -92,8 +98,8 @@ class TSearch {
     const double noise = 16.0 * std::numeric_limits<double>::epsilon() * *largest;
     if (*smallest - noise > FReached) return;
     const double middle = 0.5 * (From + To);
-    if (*largest - *smallest <= noise || To - From < kNarrowest) {
-      Try(From);
+    if (*largest - *smallest <= noise || To - From < kNarrowest || IsConcave(D)) {
+      Try(From);  // the smaller end of a hill, or of what is flat as far as doubles can tell
       Try(To);
     } else if (IsConvex(D)) {
       Try(StationaryPlace(From, To));

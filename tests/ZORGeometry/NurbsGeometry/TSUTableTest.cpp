@@ -130,7 +130,8 @@ TEST(TSUTable, ALookUpWithACursorGivesTheVerySameNumber) {
     for (int i = 0; i < 3000; ++i) {
       const TSULine& near = table[static_cast<int>(random() % static_cast<std::uint64_t>(count))];
       const double offset = (static_cast<double>(random() >> 11U) * 0x1p-53 - 0.5) * (i % 2 == 0 ? 4e-7 : 3.0);
-      ASSERT_EQ(table.GetUByS(near.S + offset), table.GetUByS(near.S + offset, cursor)) << count << " rows, S " << near.S + offset;
+      ASSERT_EQ(table.GetUByS(near.S + offset), table.GetUByS(near.S + offset, cursor))
+          << count << " rows, S " << near.S + offset;
     }
     for (double s = -0.5; s < table.Last().S + 0.5; s += 0.01) ASSERT_EQ(table.GetUByS(s), table.GetUByS(s, cursor));
   }

@@ -1,0 +1,280 @@
+// What the curves answer beyond evaluation: the closest point, the curvature, and many parameters or lengths at once.
+#include <ZORBase/ZORGeometry/NurbsGeometry.h>
+
+#include "support/TestSupport.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <random>
+#include <vector>
+
+namespace ZORBase {
+namespace {
+
+using Test::IsExactPose;
+using Test::PosesFrom;
+using Test::RaisesGeneralError;
+
+constexpr double kPi = std::numbers::pi;
+
+double Uniform(std::mt19937_64& Random, double From, double To) {
+  return From + (To - From) * static_cast<double>(Random() >> 11U) * 0x1p-53;
+}
+
+// A path that wanders through a box of 100, crossing itself.
+TNurbs2D WanderingCurve(std::mt19937_64& Random, int Count) {
+  TList<TPoint2D> points;
+  for (int i = 0; i < Count; ++i) points.Add({Uniform(Random, 0, 100), Uniform(Random, 0, 100)});
+  TNurbs2D curve;
+  EXPECT_TRUE(curve.CreateCross(points, mChord));
+  return curve;
+}
+
+TNurbs6D WanderingPath(std::mt19937_64& Random, int Count) {
+  TPoint6DList poses;
+  for (int i = 0; i < Count; ++i) {
+    poses.AddAndNormal(Uniform(Random, 0, 100), Uniform(Random, 0, 100), Uniform(Random, 0, 100),
+                       Uniform(Random, -1, 1), Uniform(Random, -1, 1), Uniform(Random, 0.1, 1));
+  }
+  TNurbs6D curve;
+  EXPECT_TRUE(curve.CreateCross(&poses, mChord));
+  return curve;
+}
+
+TNurbs2D QuarterCircle(double Radius, int Steps) {
+  TList<TPoint2D> points;
+  for (int i = 0; i <= Steps; ++i) {
+    const double angle = kPi / 2 * i / Steps;
+    points.Add({Radius * std::cos(angle), Radius * std::sin(angle)});
+  }
+  TNurbs2D curve;
+  EXPECT_TRUE(curve.CreateCross(points, mChord));
+  return curve;
+}
+
+// ---------------------------------------------------------------------------------------------- closest point
+
+// The distance by brute force: no sample may be closer than what the search found.
+template <class TCurve, class TPoint>
+double SampledDistance(const TCurve& Curve, const TPoint& Point, int Samples) {
+  double best = std::numeric_limits<double>::infinity();
+  for (int i = 0; i <= Samples; ++i) {
+    best = std::min(best, (Curve.EvalPoint(static_cast<double>(i) / Samples) - Point).Mag());
+  }
+  return best;
+}
+
+TEST(ClosestPoint, APointOfTheCurveIsFoundAtItsOwnParameter) {
+  std::mt19937_64 random(7);
+  for (int round = 0; round < 20; ++round) {
+    const TNurbs2D curve = WanderingCurve(random, 12);
+    for (int i = 0; i < 50; ++i) {
+      const double u = Uniform(random, 0, 1);
+      const auto found = curve.ClosestPoint(curve.EvalPoint(u));
+      EXPECT_NEAR(found.Distance, 0, 1e-12);
+      EXPECT_NEAR(found.Param, u, 1e-12);
+    }
+  }
+}
+
+TEST(ClosestPoint, APoseOfThePathIsFoundAtItsOwnParameter) {
+  std::mt19937_64 random(8);
+  for (int round = 0; round < 10; ++round) {
+    const TNurbs6D curve = WanderingPath(random, 20);
+    for (int i = 0; i < 30; ++i) {
+      const double u = Uniform(random, 0, 1);
+      const auto found = curve.ClosestPoint(curve.EvalPoint(u));
+      EXPECT_NEAR(found.Distance, 0, 1e-12);
+      EXPECT_NEAR(found.Param, u, 1e-12);
+    }
+  }
+}
+
+TEST(ClosestPoint, NoSampleOfTheCurveIsCloser) {
+  std::mt19937_64 random(9);
+  for (int round = 0; round < 20; ++round) {
+    const TNurbs2D curve = WanderingCurve(random, 15);
+    for (int i = 0; i < 20; ++i) {
+      const TPoint2D point{Uniform(random, -50, 150), Uniform(random, -50, 150)};
+      const auto found = curve.ClosestPoint(point);
+      EXPECT_LE(found.Distance, SampledDistance(curve, point, 2000));
+      EXPECT_EQ(found.Distance, (curve.EvalPoint(found.Param) - point).Mag());
+      EXPECT_EQ(found.Point.X, curve.EvalPoint(found.Param).X);
+    }
+  }
+}
+
+TEST(ClosestPoint, NoSampleOfAPathIsCloser) {
+  std::mt19937_64 random(10);
+  const TNurbs6D curve = WanderingPath(random, 40);
+  for (int i = 0; i < 100; ++i) {
+    TPoint6D point;
+    for (int k = 0; k < 6; ++k) point.Items(k) = Uniform(random, -20, 120);
+    EXPECT_LE(curve.ClosestPoint(point).Distance, SampledDistance(curve, point, 2000));
+  }
+}
+
+TEST(ClosestPoint, TheLineToItStandsAtRightAnglesToTheCurve) {
+  std::mt19937_64 random(11);
+  const TNurbs2D curve = WanderingCurve(random, 15);
+  for (int i = 0; i < 200; ++i) {
+    const TPoint2D point{Uniform(random, 0, 100), Uniform(random, 0, 100)};
+    const auto found = curve.ClosestPoint(point);
+    if (found.Param == 0 || found.Param == 1) continue;
+    std::array<TPoint2D, 4> derivs{};
+    curve.CurveDerivsAlg1(found.Param, derivs);
+    const TPoint2D away = (point - found.Point).Normal();
+    const TPoint2D along = derivs[1].Normal();
+    EXPECT_NEAR(away.X * along.X + away.Y * along.Y, 0, 1e-9);
+  }
+}
+
+TEST(ClosestPoint, BeyondAnEndTheEndIsClosest) {
+  const TNurbs2D curve = QuarterCircle(10, 8);
+  EXPECT_EQ(curve.ClosestPoint({20, -1}).Param, 0);
+  EXPECT_EQ(curve.ClosestPoint({-1, 20}).Param, 1);
+  EXPECT_EQ(curve.ClosestPoint({20, 0}).Distance, 10);
+}
+
+// Both halves of the path are mirror images, so the point on the axis is equally far from either.
+TEST(ClosestPoint, OfTwoEquallyClosePlacesTheOneWithTheSmallerParameterIsGiven) {
+  TNurbs2D curve;
+  const std::vector<double> knots = {0, 0, 0, 0, 1, 1, 1, 1};
+  const std::vector<TPoint2D> valley = {{-4, 8}, {-4, -8}, {4, -8}, {4, 8}};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, valley, 4));
+  const auto found = curve.ClosestPoint({0, 2});
+  EXPECT_LT(found.Param, 0.5);
+  EXPECT_GT(found.Param, 0);
+  EXPECT_LE(found.Distance, SampledDistance(curve, TPoint2D{0, 2}, 4000));
+}
+
+TEST(ClosestPoint, TheCentreOfAnArcEndsTheSearchToo) {
+  const TNurbs2D curve = QuarterCircle(100, 64);
+  // The end tangents are those of the outer chords: between the first two points the curve stays inside the circle.
+  const auto found = curve.ClosestPoint({0, 0});
+  EXPECT_NEAR(found.Distance, 100, 0.01);
+  EXPECT_LE(found.Distance, SampledDistance(curve, TPoint2D{0, 0}, 4000));
+}
+
+TEST(ClosestPoint, ALineIsAsFarAsGeometrySays) {
+  TNurbs2D curve;
+  ASSERT_TRUE(curve.CreateCross({{0, 0}, {1, 0}, {2, 0}, {3, 0}}, mChord));
+  const auto found = curve.ClosestPoint({1.25, 2});
+  EXPECT_NEAR(found.Param, 1.25 / 3, 1e-14);
+  EXPECT_NEAR(found.Distance, 2, 1e-15);
+}
+
+TEST(ClosestPoint, ACuspInsideTheCurveIsFound) {
+  // A triple knot at 0.5 lets two straight lines meet in a corner at (5, 5).
+  TNurbs2D curve;
+  const std::vector<double> knots = {0, 0, 0, 0, 0.5, 0.5, 0.5, 1, 1, 1, 1};
+  const std::vector<TPoint2D> corner = {{0, 0}, {1, 1}, {2, 2}, {5, 5}, {6, 4}, {7, 3}, {10, 0}};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, corner, 7));
+  const auto found = curve.ClosestPoint({5, 9});
+  EXPECT_NEAR(found.Param, 0.5, 1e-12);
+  EXPECT_NEAR(found.Distance, 4, 1e-12);
+  EXPECT_NEAR(curve.ClosestPoint({4, 4}).Distance, 0, 1e-12);
+}
+
+TEST(ClosestPoint, KnotsThatAreNotClampedAndPointsThatAreNotFiniteRaise) {
+  TNurbs2D curve;
+  const std::vector<double> knots = {0, 0.1, 0.2, 0.3, 0.7, 0.8, 0.9, 1};
+  const std::vector<TPoint2D> points = {{0, 0}, {1, 1}, {2, 1}, {3, 0}};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, 4));
+  EXPECT_THAT(
+      [&] {
+        (void)curve.ClosestPoint({0, 0});
+      },
+      RaisesGeneralError(testing::HasSubstr("four zeros to four ones")));
+  EXPECT_THAT(
+      [&] {
+        (void)QuarterCircle(1, 4).ClosestPoint({std::nan(""), 0});
+      },
+      RaisesGeneralError(testing::HasSubstr("not finite")));
+  EXPECT_THAT(
+      [] {
+        (void)TNurbs2D().ClosestPoint({0, 0});
+      },
+      RaisesGeneralError(testing::HasSubstr("no control points")));
+}
+
+// ---------------------------------------------------------------------------------------------- curvature
+
+TEST(Curvature, AnArcHasTheReciprocalOfItsRadius) {
+  const TNurbs2D curve = QuarterCircle(50, 64);
+  // The end tangents are those of the outer chords, which bends the curve a little near its ends.
+  for (double u = 0.2; u < 0.85; u += 0.05) EXPECT_NEAR(curve.CurvatureRadius(u), 50, 0.03);
+}
+
+TEST(Curvature, AStraightLineHasNone) {
+  TNurbs6D curve;
+  const TPoint6DList poses = PosesFrom({"0,0,0,0,0,1", "1,0,0,0,0,1", "2,0,0,0,0,1", "4,0,0,0,0,1"});
+  ASSERT_TRUE(curve.CreateCross(&poses, mChord));
+  EXPECT_NEAR(curve.Curvature(0.4), 0, 1e-12);
+}
+
+// The parabola (u, u^2) as a Bezier segment; its curvature is 2 / (1 + 4 u^2)^(3/2).
+TEST(Curvature, AParabolaHasTheOneOfItsFormula) {
+  TNurbs2D curve;
+  const std::vector<double> knots = {0, 0, 0, 0, 1, 1, 1, 1};
+  const std::vector<TPoint2D> points = {{0, 0}, {1.0 / 3, 0}, {2.0 / 3, 1.0 / 3}, {1, 1}};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, 4));
+  for (double u = 0; u <= 1; u += 0.125) EXPECT_NEAR(curve.Curvature(u), 2 / std::pow(1 + 4 * u * u, 1.5), 1e-13);
+}
+
+TEST(Curvature, WhereTheCurveStandsStillItIsNoNumber) {
+  TNurbs2D curve;
+  const std::vector<double> knots = {0, 0, 0, 0, 1, 1, 1, 1};
+  const std::vector<TPoint2D> points = {{1, 1}, {1, 1}, {1, 1}, {1, 1}};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, 4));
+  EXPECT_TRUE(std::isnan(curve.Curvature(0.5)));
+}
+
+// ---------------------------------------------------------------------------------------------- many at once
+
+TEST(ManyAtOnce, PointsAtRisingFallingAndRandomParametersAreThoseOfTheSingleForm) {
+  std::mt19937_64 random(12);
+  const TNurbs6D curve = WanderingPath(random, 50);
+  std::vector<double> params = {-1, 2, 0, 1, std::nan("")};
+  for (int i = 0; i < 1000; ++i) params.push_back(Uniform(random, -0.1, 1.1));
+  for (int i = 0; i < 1000; ++i) params.push_back(i / 999.0);
+  for (const double knot : curve.BasicFun().uArr()) {
+    params.insert(params.end(), {knot, std::nextafter(knot, 2), std::nextafter(knot, -2)});
+  }
+  std::vector<TPoint6D> points(params.size());
+  curve.EvalPoints(params, points);
+  for (std::size_t i = 0; i < params.size(); ++i) {
+    ASSERT_THAT(points[i], IsExactPose(curve.EvalPoint(params[i]))) << params[i];
+  }
+}
+
+TEST(ManyAtOnce, ParametersOfManyLengthsAreThoseOfTheSingleForm) {
+  std::mt19937_64 random(13);
+  const TNurbs6D curve = WanderingPath(random, 10);
+  std::vector<double> lengths;
+  for (int i = 0; i < 2000; ++i) lengths.push_back(Uniform(random, -1, curve.CurveLength() + 1));
+  std::sort(lengths.begin(), lengths.begin() + 1000);
+  std::vector<double> params(lengths.size());
+  curve.ParamOfLength(lengths, params);
+  for (std::size_t i = 0; i < lengths.size(); ++i) ASSERT_EQ(params[i], curve.ParamOfLength(lengths[i]));
+  std::vector<double> back(lengths.size());
+  curve.SUTable().GetSByU(params, back);
+  for (std::size_t i = 0; i < lengths.size(); ++i) ASSERT_EQ(back[i], curve.GetSByU(params[i]));
+}
+
+TEST(ManyAtOnce, AResultThatIsTooShortRaisesAndIsNotTouched) {
+  const TNurbs2D curve = QuarterCircle(10, 8);
+  const std::vector<double> asked = {0.1, 0.2, 0.3};
+  std::vector<TPoint2D> points(2, TPoint2D{7, 7});
+  EXPECT_THAT([&] { curve.EvalPoints(asked, points); }, RaisesGeneralError(testing::HasSubstr("places for 2 points")));
+  EXPECT_EQ(points[0].X, 7);
+  std::vector<double> params(2, 7);
+  EXPECT_THAT([&] { curve.ParamOfLength(asked, params); },
+              RaisesGeneralError(testing::HasSubstr("places for 2 results")));
+  EXPECT_EQ(params[0], 7);
+}
+
+}  // namespace
+}  // namespace ZORBase
