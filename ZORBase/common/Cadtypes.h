@@ -4,9 +4,11 @@
 //   TMatrix2D, TMatrix3D           a plane transform, a rotation
 //   TGeInterval, TNumeric          Gauss-Legendre quadrature over an interval
 //   fEqual, ArcCos                 tolerant equality, the guarded arc cosine
+//   DegToRad, RadToDeg             angles in degrees and in radians
 //   SMatrixSigular                 the text of the error for a matrix without an inverse
 #pragma once
 
+#include <ZORBase/common/Cadtypes/Angles.h>
 #include <ZORBase/common/Cadtypes/ArcCos.h>
 #include <ZORBase/common/Cadtypes/SMatrixSigular.h>
 #include <ZORBase/common/Cadtypes/TBezierSegment2D.h>
