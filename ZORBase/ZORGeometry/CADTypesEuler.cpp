@@ -4,10 +4,17 @@
 
 namespace ZORBase::CADTypesEuler {
 namespace {
+
 constinit TModuleGuard Guard;
+
+void FillConstants() {
+  TEulerAng::FillConstants();
+  TEulerPoint::FillConstants();
 }
 
-void initialization() { Guard.StartUp(); }
+}  // namespace
+
+void initialization() { Guard.StartUp(&FillConstants); }
 void Finalization() { Guard.ShutDown(); }
 
 }  // namespace ZORBase::CADTypesEuler
