@@ -1,6 +1,10 @@
-// uWcsPtInterpolator: start-up and shut-down of the module, which has no work of its own to do then.
+// uWcsPtInterpolator: the straight move between two tool poses, cut into equal steps.
+//   TWcsPtInterpolator    poses with a direction, which turns about one fixed axis
+//   TEulerPtInterpolator  poses with Euler angles, each of which changes linearly
 #pragma once
 
+#include <ZORBase/ZORBaseAlg/uWcsPtInterpolator/TEulerPtInterpolator.h>
+#include <ZORBase/ZORBaseAlg/uWcsPtInterpolator/TWcsPtInterpolator.h>
 #include <ZORBase/common/Export.h>
 
 namespace ZORBase::uWcsPtInterpolator {
