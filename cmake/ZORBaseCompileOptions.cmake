@@ -1,9 +1,9 @@
 # What every target of this project is compiled with.
-
-# Results are the same bits on every machine: no contraction to fused multiply-add, no reordering of sums.
 add_library(zorbase_compile_options INTERFACE)
 target_compile_features(zorbase_compile_options INTERFACE cxx_std_20)
+
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  # Results are the same bits on every machine: no contraction to fused multiply-add, no reordering of sums.
   target_compile_options(zorbase_compile_options INTERFACE
     -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
@@ -19,4 +19,9 @@ if(ZORBASE_SANITIZE)
   target_compile_options(zorbase_compile_options INTERFACE
     -fsanitize=${ZORBASE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(zorbase_compile_options INTERFACE -fsanitize=${ZORBASE_SANITIZE})
+endif()
+
+if(ZORBASE_COVERAGE)
+  target_compile_options(zorbase_compile_options INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(zorbase_compile_options INTERFACE --coverage)
 endif()
