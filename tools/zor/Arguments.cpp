@@ -1,0 +1,119 @@
+#include <zor/Arguments.h>
+
+#include <ZORBase/common/BaseServices.h>
+#include <fmt/format.h>
+#include <zor/Plot.h>
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <charconv>
+
+namespace ZORBase::Tool {
+namespace {
+
+constexpr int kMaxDecimals = 12;
+
+constexpr std::array<std::string_view, 3> kMethodNames = {"equal", "chord", "centripetal"};
+
+[[noreturn]] void Refuse(const std::string& Option, std::string_view Found, const std::string& Expected) {
+  throw CLI::ValidationError(Option, fmt::format("found '{}', expected {}", Shortened(Found), Expected));
+}
+
+// The number in Text when Suits agrees with it.
+template <class TSuits>
+double NumberFrom(const std::string& Option, std::string_view Text, TSuits&& Suits, const std::string& Expected) {
+  double value = 0.0;
+  if (TryStrToFloat(Text, nf1033, value) != TNumberStatus::Good || !Suits(value)) Refuse(Option, Text, Expected);
+  return value;
+}
+
+std::int64_t CountFrom(const std::string& Option, std::string_view Text, std::int64_t Smallest, std::int64_t Largest) {
+  std::int64_t value = 0;
+  const auto read = std::from_chars(Text.data(), Text.data() + Text.size(), value);
+  const bool isWhole = read.ec == std::errc() && read.ptr == Text.data() + Text.size();
+  if (!isWhole || value < Smallest || value > Largest) {
+    Refuse(Option, Text, fmt::format("a whole number from {} to {}", Smallest, Largest));
+  }
+  return value;
+}
+
+std::vector<double> LengthsFrom(const std::string& Option, const std::string& Text) {
+  const std::string expected = "numbers from 0 upwards, parted by commas";
+  const auto suits = [](double Value) { return Value >= 0.0; };
+  std::vector<double> values;
+  for (TDelimitedText items(Text); items.Next();) values.push_back(NumberFrom(Option, items.Item(), suits, expected));
+  if (values.empty()) Refuse(Option, Text, expected);
+  return values;
+}
+
+// An option whose text is understood, or refused, by Read.
+template <class TRead>
+CLI::Option* AddRead(CLI::App& Command, const std::string& Name, const std::string& ValueName,
+                     const std::string& Description, TRead&& Read) {
+  return Command.add_option_function<std::string>(Name, std::forward<TRead>(Read), Description)->type_name(ValueName);
+}
+
+}  // namespace
+
+void AddPoseFile(CLI::App& Command, std::string& FileName) {
+  Command.add_option("FILE", FileName, "The poses, one X,Y,Z,A,B,C per line; - is standard input")
+      ->type_name("")
+      ->required();
+}
+
+void AddJson(CLI::App& Command, bool& IsJson) { Command.add_flag("--json", IsJson, "Report as JSON"); }
+
+void AddPlot(CLI::App& Command, std::string& FileName) {
+  const auto read = [&FileName](const std::string& Text) {
+    if (!IsPictureName(Text)) Refuse("--plot", Text, "a file name that ends in .svg or .png");
+    FileName = Text;
+  };
+  AddRead(Command, "--plot", "OUT", "Draw a picture of the path into OUT.svg or OUT.png (needs gnuplot)", read);
+}
+
+void AddMethod(CLI::App& Command, std::optional<TParalizeMethod>& Method, const std::string& Description) {
+  const auto read = [&Method](const std::string& Text) {
+    const auto found = std::find(kMethodNames.begin(), kMethodNames.end(), Text);
+    if (found == kMethodNames.end()) Refuse("--method", Text, "equal, chord or centripetal");
+    Method = static_cast<TParalizeMethod>(found - kMethodNames.begin());
+  };
+  AddRead(Command, "--method", "equal|chord|centripetal", Description, read);
+}
+
+void AddOutput(CLI::App& Command, std::string& FileName) {
+  Command.add_option("-o,--output", FileName, "Where the poses go; - is standard output, which is the default")
+      ->type_name("OUT");
+}
+
+void AddDecimals(CLI::App& Command, int& Decimals) {
+  const auto read = [&Decimals](const std::string& Text) {
+    Decimals = static_cast<int>(CountFrom("--decimals", Text, 0, kMaxDecimals));
+  };
+  AddRead(Command, "--decimals", "D",
+          fmt::format("Digits after the decimal point, 0 to {} (default {})", kMaxDecimals, Decimals), read);
+}
+
+CLI::Option* AddPositive(CLI::App& Command, const std::string& Name, const std::string& ValueName,
+                         std::optional<double>& Value, const std::string& Description) {
+  return AddRead(Command, Name, ValueName, Description, [&Value, Name](const std::string& Text) {
+    Value = NumberFrom(
+        Name, Text, [](double Number) { return Number > 0.0; }, "a number above 0");
+  });
+}
+
+CLI::Option* AddCount(CLI::App& Command, const std::string& Name, std::optional<std::int64_t>& Value,
+                      std::int64_t Smallest, std::int64_t Largest, const std::string& Description) {
+  return AddRead(Command, Name, "N", Description, [&Value, Name, Smallest, Largest](const std::string& Text) {
+    Value = CountFrom(Name, Text, Smallest, Largest);
+  });
+}
+
+CLI::Option* AddLengths(CLI::App& Command, const std::string& Name, const std::string& ValueName,
+                        std::vector<double>& Values, const std::string& Description) {
+  return AddRead(Command, Name, ValueName, Description,
+                 [&Values, Name](const std::string& Text) { Values = LengthsFrom(Name, Text); });
+}
+
+std::string_view MethodName(TParalizeMethod Method) { return kMethodNames[static_cast<std::size_t>(Method)]; }
+
+}  // namespace ZORBase::Tool

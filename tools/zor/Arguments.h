@@ -1,0 +1,53 @@
+// Arguments: the options and arguments that several subcommands share, so that they read alike everywhere. All of them refuse
+// a bad value while the command line is read, before any file is touched.
+#pragma once
+
+#include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+namespace ZORBase::Tool {
+
+/// FILE: the poses to read, "-" for standard input. Required.
+void AddPoseFile(CLI::App& Command, std::string& FileName);
+
+/// --json: the report for programs.
+void AddJson(CLI::App& Command, bool& IsJson);
+
+/// --plot OUT: a picture; OUT must end in .svg or .png.
+void AddPlot(CLI::App& Command, std::string& FileName);
+
+/// --method equal|chord|centripetal.
+void AddMethod(CLI::App& Command, std::optional<TParalizeMethod>& Method, const std::string& Description);
+
+/// -o, --output OUT: where poses go, "-" for standard output.
+void AddOutput(CLI::App& Command, std::string& FileName);
+
+/// --decimals D: how poses are written, 0 to 12.
+void AddDecimals(CLI::App& Command, int& Decimals);
+
+/// An option whose value is a number above 0.
+CLI::Option* AddPositive(CLI::App& Command, const std::string& Name, const std::string& ValueName,
+                         std::optional<double>& Value, const std::string& Description);
+
+/// An option whose value is a whole number from Smallest to Largest.
+CLI::Option* AddCount(CLI::App& Command, const std::string& Name, std::optional<std::int64_t>& Value,
+                      std::int64_t Smallest, std::int64_t Largest, const std::string& Description);
+
+/// An option whose value is a list of numbers that are not negative, parted by commas or blanks.
+CLI::Option* AddLengths(CLI::App& Command, const std::string& Name, const std::string& ValueName,
+                        std::vector<double>& Values, const std::string& Description);
+
+/// \return the name that --method knows it by.
+std::string_view MethodName(TParalizeMethod Method);
+
+}  // namespace ZORBase::Tool

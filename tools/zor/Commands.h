@@ -1,0 +1,15 @@
+// Commands: the subcommands. Each one lives in a source of its name (InfoCommand.cpp), adds its arguments to the program and
+// does its work when the command line was read without an error.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace ZORBase::Tool {
+
+void AddInfoCommand(CLI::App& Program);
+void AddFitCommand(CLI::App& Program);
+void AddResampleCommand(CLI::App& Program);
+
+}  // namespace ZORBase::Tool

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <ZORBase/ZORGeometry/CADTypes6D/TPoint6DList.h>
+
+#include <string>
+
+namespace ZORBase::Tool {
+
+/// The poses of a file. Pose i, counted from 0, stands on line i + 1.
+struct TPoseFile {
+  std::string Name;  ///< for messages: the file's name, or "standard input"
+  TPoint6DList Poses;
+};
+
+/// The line that a pose stands on.
+constexpr int LineOf(int Pose) { return Pose + 1; }
+
+/// Reads a file of poses; "-" is standard input.
+/// \throws the general error that ReadRows raises, and one for a file without any pose.
+TPoseFile ReadPoses(const std::string& FileName);
+
+}  // namespace ZORBase::Tool
