@@ -4,8 +4,10 @@
 //   TPoint3DHelper   what the pose types add to TPoint3D
 //   TMatrix4D        a transform: compose, invert, apply, to and from Euler angles and axes; TMatrix4DList, a list of them
 //   TQuaternion      an orientation as four numbers, with logarithm and exponential
+//   OrientationInterpolation   NLerp, SLerp and Squad between quaternions or matrices, and the angle between two
 #pragma once
 
+#include <ZORBase/ZORGeometry/CADTypes6D/OrientationInterpolation.h>
 #include <ZORBase/ZORGeometry/CADTypes6D/TMatrix4D.h>
 #include <ZORBase/ZORGeometry/CADTypes6D/TMatrix4DList.h>
 #include <ZORBase/ZORGeometry/CADTypes6D/TPoint3DHelper.h>
