@@ -46,6 +46,18 @@ std::vector<double> LengthsFrom(const std::string& Option, const std::string& Te
   return values;
 }
 
+std::vector<double> NumbersFrom(const std::string& Option, std::string_view Text, std::size_t Count) {
+  std::string_view inner = Text;
+  if (inner.starts_with('(') && inner.ends_with(')')) inner = inner.substr(1, inner.size() - 2);
+  std::vector<double> values(Count);
+  try {
+    ParseNumberRow(inner, values, nf1033, Option);
+  } catch (const TGeneralError&) {
+    Refuse(Option, Text, fmt::format("{} numbers, parted by commas", Count));
+  }
+  return values;
+}
+
 // An option whose text is understood, or refused, by Read.
 template <class TRead>
 CLI::Option* AddRead(CLI::App& Command, const std::string& Name, const std::string& ValueName,
@@ -112,6 +124,16 @@ CLI::Option* AddLengths(CLI::App& Command, const std::string& Name, const std::s
                         std::vector<double>& Values, const std::string& Description) {
   return AddRead(Command, Name, ValueName, Description,
                  [&Values, Name](const std::string& Text) { Values = LengthsFrom(Name, Text); });
+}
+
+CLI::Option* AddNumbers(CLI::App& Command, const std::string& Name, const std::string& ValueName, std::size_t Count,
+                        std::optional<std::vector<double>>& Values, const std::string& Description) {
+  return AddRead(Command, Name, ValueName, Description,
+                 [&Values, Name, Count](const std::string& Text) { Values = NumbersFrom(Name, Text, Count); });
+}
+
+void AddDegrees(CLI::App& Command, bool& IsDegrees, const std::string& Description) {
+  Command.add_flag("--degrees", IsDegrees, Description);
 }
 
 std::string_view MethodName(TParalizeMethod Method) { return kMethodNames[static_cast<std::size_t>(Method)]; }

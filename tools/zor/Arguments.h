@@ -47,6 +47,14 @@ CLI::Option* AddCount(CLI::App& Command, const std::string& Name, std::optional<
 CLI::Option* AddLengths(CLI::App& Command, const std::string& Name, const std::string& ValueName,
                         std::vector<double>& Values, const std::string& Description);
 
+/// An option, or with a Name without dashes an argument, whose value is Count finite numbers, parted by commas or blanks.
+/// Brackets around them are passed over.
+CLI::Option* AddNumbers(CLI::App& Command, const std::string& Name, const std::string& ValueName, std::size_t Count,
+                        std::optional<std::vector<double>>& Values, const std::string& Description);
+
+/// --degrees: angles in degrees instead of radians.
+void AddDegrees(CLI::App& Command, bool& IsDegrees, const std::string& Description);
+
 /// \return the name that --method knows it by.
 std::string_view MethodName(TParalizeMethod Method);
 

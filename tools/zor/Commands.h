@@ -11,5 +11,8 @@ namespace ZORBase::Tool {
 void AddInfoCommand(CLI::App& Program);
 void AddFitCommand(CLI::App& Program);
 void AddResampleCommand(CLI::App& Program);
+void AddTransformCommand(CLI::App& Program);
+void AddConvertCommand(CLI::App& Program);
+void AddBlendCommand(CLI::App& Program);
 
 }  // namespace ZORBase::Tool

@@ -4,12 +4,6 @@
 #include <zor/RowInput.h>
 
 namespace ZORBase::Tool {
-namespace {
-
-constexpr TRowForm kPoseRow = {6, "X,Y,Z,A,B,C", "pose"};
-
-}  // namespace
-
 TPoseFile ReadPoses(const std::string& FileName) {
   TPoseFile file{InputName(FileName), {}};
   ReadRows(FileName, kPoseRow,

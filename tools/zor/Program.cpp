@@ -59,7 +59,8 @@ int RunProgram(int ArgCount, char** Args) {
   // Whoever started the command may have this signal ignored; a reader that went away would then be reported as an error.
   std::signal(SIGPIPE, SIG_DFL);
 #endif
-  CLI::App program("Fits smooth paths through measured tool poses and walks along them by length.", "zor");
+  CLI::App program("Works on measured tool poses: smooth paths through them, transforms, conversions and blends.",
+                   "zor");
   program.footer(kFooter);
   program.set_help_flag("-h,--help", "Print this help and exit");
   program.set_version_flag("--version", "zor " ZOR_VERSION, "Print the version and exit");
@@ -67,6 +68,9 @@ int RunProgram(int ArgCount, char** Args) {
   AddInfoCommand(program);
   AddFitCommand(program);
   AddResampleCommand(program);
+  AddTransformCommand(program);
+  AddConvertCommand(program);
+  AddBlendCommand(program);
   try {
     Parse(program, ArgCount, Args);
     return esDone;

@@ -5,9 +5,9 @@
 #include <zor/PathFit.h>
 #include <zor/PathPicture.h>
 #include <zor/PoseInput.h>
-#include <zor/PoseOutput.h>
 #include <zor/Progress.h>
 #include <zor/RowInput.h>
+#include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
 #include <CLI/CLI.hpp>
 
@@ -126,7 +126,7 @@ void Draw(const TOptions& Options, const TPoseFile& File, const TNurbs6D& Path, 
 
 void Write(const TOptions& Options, const TNurbs6D& Path, const TPlaces& Places) {
   TProgress progress("writing poses", Places.Count());
-  TPoseOutput output(Options.Output, Options.Decimals);
+  TRowOutput output(Options.Output, Options.Decimals);
   Walk(Path, Places, [&](std::int64_t Index, const TPoint6D& Pose) {
     output.Add(Pose);
     progress.Advance(Index + 1);

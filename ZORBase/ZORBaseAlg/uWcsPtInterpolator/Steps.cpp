@@ -20,6 +20,11 @@ void RequireFinite(std::span<const double> Values, std::string_view Place) {
   RaiseGeneralError(std::string(Place) + " is not finite: " + Shortened(row));
 }
 
+void RequireLimit(std::string_view Name, double Value, double Used, std::string_view Place) {
+  if (std::isfinite(Value) && Used > 0.0) return;
+  RaiseGeneralError(Format1033("%s: %s must be finite and above 0, not %.6f", Place, Name, Value));
+}
+
 int StepCount(double Distance, double MaxDis, double Angle, double MaxRad, std::string_view Place) {
   constexpr int kMaxCount = std::numeric_limits<int>::max();
   const double steps = std::max(std::ceil(std::max(Distance / MaxDis, Angle / MaxRad)), 1.0);

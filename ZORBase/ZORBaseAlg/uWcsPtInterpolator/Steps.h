@@ -16,6 +16,10 @@ namespace ZORBase {
 /// \throws the general error "Place is not finite: Values" unless all of them are finite.
 void RequireFinite(std::span<const double> Values, std::string_view Place);
 
+/// \throws the general error unless the limit Value is finite and Used, the same in the unit of the steps, is above 0: an angle
+///         so small that it has no radians is no limit either.
+void RequireLimit(std::string_view Name, double Value, double Used, std::string_view Place);
+
 /// \return the smallest number of steps, 1 at least, none of which is longer than MaxDis or turns further than MaxRad.
 /// \throws the general error, naming Place and the numbers, when it does not fit a 32-bit count. Limits are positive.
 int StepCount(double Distance, double MaxDis, double Angle, double MaxRad, std::string_view Place);

@@ -13,12 +13,6 @@ constexpr std::string_view kClassName = "TEulerPtInterpolator";
 
 constexpr int kFileDecimals = 5;
 
-// Used is the Value in the unit of the steps: an angle so small that it has no radians is no limit either.
-void RequireLimit(std::string_view Name, double Value, double Used) {
-  if (std::isfinite(Value) && Used > 0.0) return;
-  RaiseGeneralError(Format1033("%s: %s must be finite and above 0, not %.6f", kClassName, Name, Value));
-}
-
 }  // namespace
 
 TEulerPtInterpolator::TEulerPtInterpolator(const TEulerPoint& BeginPt, const TEulerPoint& EndPt, int Cnt)
@@ -31,8 +25,8 @@ TEulerPtInterpolator::TEulerPtInterpolator(const TEulerPoint& BeginPt, const TEu
                                            double MaxDeg)
     : FBeginPt(BeginPt), FEndPt(EndPt), FMaxDis(MaxDis), FMaxRad(DegToRad(MaxDeg)) {
   TakeOffsets();
-  RequireLimit("MaxDis", MaxDis, FMaxDis);
-  RequireLimit("MaxDeg", MaxDeg, FMaxRad);
+  RequireLimit("MaxDis", MaxDis, FMaxDis, kClassName);
+  RequireLimit("MaxDeg", MaxDeg, FMaxRad, kClassName);
   SetCount(-1);
 }
 

@@ -58,6 +58,15 @@ TWcsPtInterpolator::TWcsPtInterpolator(const TPoint6D& BeginPt, const TPoint6D& 
   SetCount(Cnt);
 }
 
+TWcsPtInterpolator::TWcsPtInterpolator(const TPoint6D& BeginPt, const TPoint6D& EndPt, double MaxDis, double MaxDeg,
+                                       int InterpType)
+    : TWcsPtInterpolator(BeginPt, EndPt, 1, InterpType) {
+  const double maxRad = DegToRad(MaxDeg);
+  RequireLimit("MaxDis", MaxDis, MaxDis, kClassName);
+  RequireLimit("MaxDeg", MaxDeg, maxRad, kClassName);
+  FCnt = StepCount(FOffsetPt.Mag(), MaxDis, FOffSetAngle, maxRad, kClassName);
+}
+
 // Whether the short turn may be taken: not when Z falls at its start and rises at its end, through a lowest Z between.
 // With the start direction v and the axis k, the Z of v turned by t has the derivative z'(t) = vx (kx kz sin t - ky cos
 // t) + vy (ky kz sin t + kx cos t) + vz (kz^2 - 1) sin t.

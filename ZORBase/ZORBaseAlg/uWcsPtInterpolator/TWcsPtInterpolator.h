@@ -35,6 +35,10 @@ class ZORBASE_API TWcsPtInterpolator {
   ///         1e75, and as SetCount does.
   TWcsPtInterpolator(const TPoint6D& BeginPt, const TPoint6D& EndPt, int Cnt, int InterpType);
 
+  /// The move in as few steps as possible, none longer than MaxDis or turning further than MaxDeg degrees.
+  /// \throws as above, and for limits that are not finite and above 0.
+  TWcsPtInterpolator(const TPoint6D& BeginPt, const TPoint6D& EndPt, double MaxDis, double MaxDeg, int InterpType);
+
   // -------------------------------------------------------------------------------------- contents
 
   const TPoint6D& BeginPt() const { return FBeginPt; }

@@ -13,7 +13,7 @@
 namespace ZORBase {
 
 /// Fewer points are not fitted.
-inline constexpr std::size_t kFewestFitPoints = 4;
+inline constexpr int kFewestFitPoints = 4;
 /// Neighbours closer than this are the same point.
 inline constexpr double kSmallestChord = 1e-6;
 

@@ -166,7 +166,7 @@ bool TNurbsCurve<TPoint>::TakeControlPoints(std::span<const double> uVec, std::s
 
 template <class TPoint>
 bool TNurbsCurve<TPoint>::FitThrough(std::span<const TPoint> Q, TParalizeMethod Method) {
-  if (Q.size() < kFewestFitPoints) return false;
+  if (Q.size() < static_cast<std::size_t>(kFewestFitPoints)) return false;
   TFittedCurve<TPoint> fitted = FitCurve(Q, Method);
   TNurbsBasicFunc basis;
   basis.CreateCross(fitted.U, static_cast<int>(fitted.U.size()));

@@ -29,6 +29,8 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
  public:
   static constexpr double kSampleSpacing = kTableSpacing;
   static constexpr std::int64_t kMaxTableRows = ZORBase::kMaxTableRows;
+  static constexpr int kFewestFitPoints = ZORBase::kFewestFitPoints;
+  static constexpr double kSmallestChord = ZORBase::kSmallestChord;
 
   // -------------------------------------------------------------------------------------- contents
 
