@@ -118,6 +118,7 @@ void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> 
   TNurbsBasicFunc basis;
   basis.CreateCross(U, n + 7);
   std::vector<double> dd(last + 1);
+  std::vector<TPoint> reduced(last + 1);  // right sides; P is written once every pivot has proved good
   std::array<double, 4> abc{};
   double den = 0.0;
   // Row i belongs to the point Q[i-1] at its parameter U[i+2]; its pivot vanishes when Q[i] follows too closely.
@@ -127,14 +128,15 @@ void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> 
     if (den == 0.0 || !std::isfinite(den)) RaiseTooClose<TPoint>(i - 1);
   };
   startRow(2);
-  P[2] = (Q[1] - abc[0] * P[1]) / den;
+  reduced[2] = (Q[1] - abc[0] * P[1]) / den;
   for (std::size_t i = 3; i <= last; ++i) {
     dd[i] = abc[2] / den;
     startRow(i);
     const TPoint right = i < last ? Q[i - 1] : Q[i - 1] - abc[2] * P[i + 1];
-    P[i] = (right - abc[0] * P[i - 1]) / den;
+    reduced[i] = (right - abc[0] * reduced[i - 1]) / den;
   }
-  for (std::size_t i = last - 1; i >= 2; --i) P[i] = P[i] - dd[i + 1] * P[i + 1];
+  P[last] = reduced[last];
+  for (std::size_t i = last - 1; i >= 2; --i) P[i] = reduced[i] - dd[i + 1] * P[i + 1];
 }
 
 template <class TPoint>

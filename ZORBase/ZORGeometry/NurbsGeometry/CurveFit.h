@@ -32,8 +32,8 @@ template <class TPoint>
 bool SpreadParams(std::span<const TPoint> Points, std::span<double> Params, double& Length, TParalizeMethod Method);
 
 /// Solves for P[2..n] of the curve through Q[0..n] with the knots U[0..n+6]; P[0], P[1], P[n+1] and P[n+2] are given.
-/// \throws the general error when n < 3, when an array is too short, and when a pivot is zero or not finite, naming the two
-///         points that are too close.
+/// \throws the general error, with P as it was, when n < 3, when an array is too short, and when a pivot is zero or not finite,
+///         naming the two points that are too close.
 template <class TPoint>
 void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> U, std::span<TPoint> P);
 
