@@ -148,7 +148,7 @@ void TNurbsBasicFunc::DersBasciFuns(int idx, double u, int p, int n, Double2DArr
     RaiseGeneralError("TNurbsBasicFunc.DersBasciFuns: derivative " + std::to_string(n) + " of degree " +
                       std::to_string(p));
   }
-  if (idx + 1 - p < 0 || idx > uCount() - 1 - p) {
+  if (idx < p - 1 || idx > uCount() - 1 - p) {
     RaiseGeneralError("TNurbsBasicFunc.DersBasciFuns: span " + std::to_string(idx) + " reaches beyond the " +
                       std::to_string(uCount()) + " knots");
   }
