@@ -5,6 +5,8 @@
 #include <ZORBase/ZORGeometry/CADTypes6D/TPoint6D.h>
 #include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
 #include <ZORBase/ZORGeometry/NurbsGeometry/TSUTable.h>
+#include <ZORBase/common/BaseServices/NumberText.h>
+#include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/common/Cadtypes/TPoint2D.h>
 
 #include <array>
@@ -57,15 +59,22 @@ TPoint BlendPoints(std::span<const TPoint> P, int Span, std::span<const double, 
   return sum;
 }
 
-/// \return the point at u, which lies in the knot interval Span.
+template <class TPoint>
+[[noreturn]] void RaiseBeforeFirstKnot(double u) {
+  RaiseGeneralError(CurveOperation<TPoint>("EvalPoint") + ": the parameter " + Format1033("%.17f", u) +
+                    " lies before the first knot");
+}
+
+/// \return the point at u, which lies in the knot interval Span = FindSpan(u).
+/// \throws the general error for a u before the first knot.
 template <class TPoint>
 TPoint PointInSpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
   std::array<double, 4> N{};
-  Basis.BasicFuns(Span, u, N);
+  if (!Basis.BasicFuns(Span, u, N)) RaiseBeforeFirstKnot<TPoint>(u);
   return BlendPoints<TPoint>(P, Span, N);
 }
 
-/// \return FindSpan(u). Guess is the knot interval where u is likely to lie: asking that is cheaper than searching.
+/// \return FindSpan(u), for knots that do not fall. Guess is the knot interval where u is likely to lie: asking that is cheaper than searching.
 inline int SpanNear(const TNurbsBasicFunc& Basis, int Guess, double u) {
   const std::span<const double> U = Basis.uArr();
   const auto guess = static_cast<std::size_t>(Guess);

@@ -42,6 +42,7 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   // -------------------------------------------------------------------------------------- evaluating
 
   /// \return the point at param; the last control point for param >= 1, the first one for param <= 0 or NaN.
+  /// \throws the general error where the knots have no place for a param between 0 and 1; those of a fit always do.
   TPoint EvalPoint(double param) const;
 
   /// Gives the point and its first to third derivatives with respect to u, clamped to [0, 1], in CK[0..3].
