@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace ZORBase {
@@ -19,6 +20,14 @@ struct TTablePlan {
 };
 
 double Sample(double From, double To, double Step, double Steps) { return From + (To - From) * Step / Steps; }
+
+// Samples are to rise in u.
+void RequireRisingKnots(std::span<const double> U, const std::string& Operation) {
+  for (std::size_t k = 0; k < U.size(); ++k) {
+    if (std::isfinite(U[k]) && (k == 0 || U[k - 1] <= U[k])) continue;
+    RaiseGeneralError(Operation + ": knot " + std::to_string(k) + " (counted from 0) is not finite, or falls");
+  }
+}
 
 template <class TPoint>
 TTablePlan PlanTable(const TNurbsBasicFunc& Basis, std::span<const TPoint> P) {
@@ -54,8 +63,10 @@ void RequireRoom(const TTablePlan& Plan, const std::string& Operation) {
 
 template <class TPoint>
 TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P) {
+  const std::string operation = CurveOperation<TPoint>("InitLengthByUArray");
+  RequireRisingKnots(Basis.uArr(), operation);
   const TTablePlan plan = PlanTable(Basis, P);
-  RequireRoom(plan, CurveOperation<TPoint>("InitLengthByUArray"));
+  RequireRoom(plan, operation);
   TSUTable table;
   table.Reserve(static_cast<std::size_t>(plan.Rows));
   TSULine row;

@@ -70,8 +70,8 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   // -------------------------------------------------------------------------------------- arc length
 
   /// Builds the arc-length table. A fit does it by itself; after CreateByCtlPoints it is the caller's to do.
-  /// \throws the general error when a chord is not finite or the table would need more than kMaxTableRows rows; the table stays as
-  ///         it was.
+  /// \throws the general error when a knot is not finite or falls, when a chord is not finite, and when the table would need more
+  ///         than kMaxTableRows rows; the table stays as it was.
   void InitLengthByUArray();
 
   /// \return the length of the curve: S of the table's last row. \throws the general error while there is no table.
