@@ -129,10 +129,7 @@ void TNurbsCurve<TPoint>::RelativeToZero() {
 template <class TPoint>
 void TNurbsCurve<TPoint>::Reverse() {
   RequireControlPoints();
-  FBasicFun.Reverse();
-  // Up to the middle inclusive: with an even count the middle pair is swapped twice.
-  const std::size_t count = FPoints.size();
-  for (std::size_t i = 0; i <= count / 2; ++i) std::swap(FPoints[i], FPoints[count - 1 - i]);
+  // First what needs memory, so that a lack of it finds the curve unchanged.
   TSUTable reversed;
   reversed.Reserve(FTable.size());
   for (int k = FTable.Count() - 1; k >= 0; --k) {
@@ -140,6 +137,10 @@ void TNurbsCurve<TPoint>::Reverse() {
     reversed.Add({last.S - FTable[k].S, last.u - FTable[k].u, FTable[k].pos, {}});
   }
   FTable = std::move(reversed);
+  FBasicFun.Reverse();
+  // Up to the middle inclusive: with an even count the middle pair is swapped twice.
+  const std::size_t count = FPoints.size();
+  for (std::size_t i = 0; i <= count / 2; ++i) std::swap(FPoints[i], FPoints[count - 1 - i]);
   FPointsChanged = true;
 }
 
