@@ -21,7 +21,7 @@ struct TTablePlan {
 
 double Sample(double From, double To, double Step, double Steps) { return From + (To - From) * Step / Steps; }
 
-// Samples are to rise in u.
+// Between knots that fall the samples would fall too, and would not lie in the spans where they are looked for.
 void RequireRisingKnots(std::span<const double> U, const std::string& Operation) {
   for (std::size_t k = 0; k < U.size(); ++k) {
     if (std::isfinite(U[k]) && (k == 0 || U[k - 1] <= U[k])) continue;
