@@ -74,6 +74,17 @@ TEST(TSUTable, AValueWithin1eMinus7OfARowIsThatRows) {
   EXPECT_NE(kEvenTable.GetUByS(1.1e-7), 0);
 }
 
+// The tolerance is 1e-7 in extended precision; the double 1e-7 lies just below it.
+TEST(TSUTable, TheToleranceOfARowIs1eMinus7InExtendedPrecision) {
+  const TSUTable table = TableOf({{0, 0}, {1, 0.5}, {2, 1}, {3, 2}});
+  EXPECT_EQ(table.GetUByS(1e-7), 0);
+  EXPECT_NE(table.GetUByS(std::nextafter(1e-7, 1)), 0);
+  EXPECT_EQ(table.GetSByU(0.5 + 0.9e-7), 1);
+  EXPECT_EQ(table.GetSByU(0.5 - 0.9e-7), 1);
+  EXPECT_NE(table.GetSByU(0.5 + 1.1e-7), 1);
+  EXPECT_NE(table.GetSByU(0.5 - 1.1e-7), 1);
+}
+
 // A slope is taken over two rows of the same S; only a table that somebody filled by hand can have them around a value.
 TEST(TSUTable, RowsOfEqualLengthAroundTheIntervalRaise) {
   const TSUTable before = TableOf({{0, 0}, {2, 0.2}, {1, 0.4}, {2, 0.6}, {3, 1}});
