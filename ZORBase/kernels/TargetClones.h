@@ -1,0 +1,49 @@
+// TargetClones: how a kernel asks for vector lanes.
+//   ZORBASE_TARGET_CLONES   before a function: compiled for the baseline and for AVX2, chosen when the program starts
+//   ZORBASE_INLINE          before a helper: always inlined, so that it is compiled for whatever its caller is
+//   ZORBASE_INDEPENDENT     before a loop: no turn writes what another one reads
+//   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
+// No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
+// always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only.
+#pragma once
+
+#include <cstddef>  // also tells which C library there is
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ZORBASE_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
+#define ZORBASE_SANITIZED 1
+#endif
+#endif
+
+#if defined(__x86_64__) && defined(__ELF__) && defined(__GLIBC__) && !defined(ZORBASE_SANITIZED) && \
+    ((defined(__clang__) && __clang_major__ >= 14) || (!defined(__clang__) && defined(__GNUC__) && __GNUC__ >= 9))
+#define ZORBASE_TARGET_CLONES __attribute__((target_clones("default", "avx2")))
+#else
+#define ZORBASE_TARGET_CLONES
+#endif
+
+#if defined(__GNUC__)
+#define ZORBASE_INLINE [[gnu::always_inline]] inline
+#elif defined(_MSC_VER)
+#define ZORBASE_INLINE __forceinline
+#else
+#define ZORBASE_INLINE inline
+#endif
+
+#if defined(__clang__)
+#define ZORBASE_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#elif defined(__GNUC__)
+#define ZORBASE_INDEPENDENT _Pragma("GCC ivdep")
+#elif defined(_MSC_VER)
+#define ZORBASE_INDEPENDENT __pragma(loop(ivdep))
+#else
+#define ZORBASE_INDEPENDENT
+#endif
+
+#if defined(__GNUC__)
+#define ZORBASE_PREFETCH(P) __builtin_prefetch(P)
+#else
+#define ZORBASE_PREFETCH(P) static_cast<void>(P)
+#endif
