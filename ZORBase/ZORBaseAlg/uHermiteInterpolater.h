@@ -1,6 +1,8 @@
-// uHermiteInterpolater: start-up and shut-down of the module, which has no work of its own to do then.
+// uHermiteInterpolater: a function known at samples, and cubic pieces between them.
+//   THermiteInterpolater   y(x) through a table of samples; open, or one period of a periodic function
 #pragma once
 
+#include <ZORBase/ZORBaseAlg/uHermiteInterpolater/THermiteInterpolater.h>
 #include <ZORBase/common/Export.h>
 
 namespace ZORBase::uHermiteInterpolater {

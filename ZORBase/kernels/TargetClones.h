@@ -4,7 +4,8 @@
 //   ZORBASE_INDEPENDENT     before a loop: no turn writes what another one reads
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
 // No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
-// always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only.
+// always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only; so it is
+// with Clang before 18, which gives the chosen function a name that no other file finds.
 #pragma once
 
 #include <cstddef>  // also tells which C library there is
@@ -18,7 +19,7 @@
 #endif
 
 #if defined(__x86_64__) && defined(__ELF__) && defined(__GLIBC__) && !defined(ZORBASE_SANITIZED) && \
-    ((defined(__clang__) && __clang_major__ >= 14) || (!defined(__clang__) && defined(__GNUC__) && __GNUC__ >= 9))
+    ((defined(__clang__) && __clang_major__ >= 18) || (!defined(__clang__) && defined(__GNUC__) && __GNUC__ >= 9))
 #define ZORBASE_TARGET_CLONES __attribute__((target_clones("default", "avx2")))
 #else
 #define ZORBASE_TARGET_CLONES

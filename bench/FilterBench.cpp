@@ -1,0 +1,90 @@
+// How long a filter takes for a sample: the library's two forms of Filt against a loop that adds term by term.
+#include <ZORBase/ZORBaseAlg/LowPassFilter.h>
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+constexpr double kSampleFrequency = 1000.0;
+constexpr double kCutoffFrequency = 20.0;
+
+std::vector<double> Samples() {
+  std::vector<double> samples(4096);
+  for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = std::sin(0.01 * static_cast<double>(i * i));
+  return samples;
+}
+
+void Design(ZORBase::TLowPassWindowFilter& Filter, int Order) {
+  Filter.SetFsample(kSampleFrequency);
+  Filter.SetFcenter(kCutoffFrequency);
+  Filter.SetFilterOrder(Order);
+  Filter.Initialize(0.0);
+}
+
+void Design(ZORBase::TAverageLowPassFilter& Filter, int Order) {
+  Filter.SetFsample(kSampleFrequency);
+  Filter.SetFcenter(kSampleFrequency / (2.0 * Order));
+  Filter.Initialize(0.0);
+}
+
+// The same filter with the sum as one writes it down.
+class TPlainFilter : public ZORBase::THammingLowPassFilter {
+ public:
+  using THammingLowPassFilter::Filt;
+
+  double Filt(double value) override {
+    RequireDesign();
+    const double* const window = Push(value);
+    double sum = 0.0;
+    for (int k = 0; k < DesignedCount(); ++k) sum += FCoeff[static_cast<std::size_t>(k)] * window[k];
+    FLastOut = sum;
+    return sum;
+  }
+};
+
+template <class TWork>
+void Run(benchmark::State& State, TWork&& Work) {
+  const std::vector<double> samples = Samples();
+  std::vector<double> results(samples.size());
+  for (auto _ : State) {
+    Work(samples, results);
+    benchmark::ClobberMemory();
+  }
+  State.SetItemsProcessed(State.iterations() * static_cast<std::int64_t>(samples.size()));
+}
+
+template <class TFilter>
+void OneByOne(benchmark::State& State, TFilter& Filter) {
+  Run(State, [&](const std::vector<double>& Samples, std::vector<double>& Results) {
+    for (std::size_t i = 0; i < Samples.size(); ++i) Results[i] = Filter.Filt(Samples[i]);
+  });
+}
+
+template <class TFilter>
+void FilterOneByOne(benchmark::State& State) {
+  TFilter filter;
+  Design(filter, static_cast<int>(State.range(0)));
+  OneByOne(State, filter);
+}
+
+template <class TFilter>
+void FilterSpan(benchmark::State& State) {
+  TFilter filter;
+  Design(filter, static_cast<int>(State.range(0)));
+  Run(State, [&](const std::vector<double>& Samples, std::vector<double>& Results) { filter.Filt(Samples, Results); });
+}
+
+using ZORBase::TAverageLowPassFilter;
+using ZORBase::THammingLowPassFilter;
+
+BENCHMARK_TEMPLATE(FilterOneByOne, TPlainFilter)->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterOneByOne, THammingLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterSpan, THammingLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterOneByOne, TAverageLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterSpan, TAverageLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
+
+}  // namespace
