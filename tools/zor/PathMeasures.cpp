@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <span>
-#include <vector>
+#include <utility>
 
 namespace ZORBase::Tool {
 namespace {
@@ -82,15 +83,15 @@ class TDistanceSearch {
 
 // ------------------------------------------------------------------------------------------------ curvature
 
-// The place of the largest value of Function between From and To, where it rises and then falls: golden section.
+// The place of the smallest value of Function between From and To, where it falls and then rises: golden section.
 template <class TFunction>
-double HighestPlace(TFunction&& Function, double From, double To) {
+double LowestPlace(TFunction&& Function, double From, double To) {
   constexpr double kGolden = 0.6180339887498949;  // (sqrt(5) - 1) / 2
   constexpr int kRounds = 60;                     // narrows the interval by 3e-13
   for (int round = 0; round < kRounds; ++round) {
     const double left = To - kGolden * (To - From);
     const double right = From + kGolden * (To - From);
-    if (Function(left) < Function(right)) {
+    if (Function(left) > Function(right)) {
       From = left;
     } else {
       To = right;
@@ -99,26 +100,63 @@ double HighestPlace(TFunction&& Function, double From, double To) {
   return From + (To - From) / 2.0;
 }
 
+// The first and second derivatives of the position with respect to t.
+TPoint3D Velocity(const TPathPiece& Piece, double t) {
+  const auto& [p0, p1, p2, p3] = Piece.Points;
+  const double r = 1.0 - t;
+  return 3.0 * (r * r * (p1 - p0).GetPoint() + 2.0 * r * t * (p2 - p1).GetPoint() + t * t * (p3 - p2).GetPoint());
+}
+
+TPoint3D Acceleration(const TPathPiece& Piece, double t) {
+  const auto& [p0, p1, p2, p3] = Piece.Points;
+  return 6.0 * ((1.0 - t) * ((p2 - p1) - (p1 - p0)).GetPoint() + t * ((p3 - p2) - (p2 - p1)).GetPoint());
+}
+
+// Movements that are mere rounding of the coordinates have no direction.
+bool StandsStill(const TPathPiece& Piece) {
+  constexpr double kRounding = 1e-12;
+  const auto& [p0, p1, p2, p3] = Piece.Points;
+  const double size = std::max(p0.GetPoint().Mag(), p3.GetPoint().Mag());
+  const double movement =
+      std::max({(p1 - p0).GetPoint().Mag(), (p2 - p1).GetPoint().Mag(), (p3 - p2).GetPoint().Mag()});
+  return movement <= kRounding * size;
+}
+
 struct TBendSample {
   double Curvature = 0.0;
   double t = 0.0;
+  double Reach = 0.0;  // the top of the peak is no farther from t than this
 };
 
+// The sharpest of even samples and of the places where the path is slowest between them. At such a place it may turn round
+// within a stretch that even samples miss: with the velocity v across the acceleration a the peak is about |v| / |a| wide.
 TBendSample SharpestSample(const TPathPiece& Piece) {
+  constexpr double kStep = 1.0 / kBendSamples;
+  const auto speedSqr = [&](double t) { return Velocity(Piece, t).MagSqr(); };
   TBendSample sharpest;
+  const auto look = [&](double t, double Reach) {
+    if (const double curvature = Piece.CurvatureAt(t); curvature > sharpest.Curvature) sharpest = {curvature, t, Reach};
+  };
+  double before = std::numeric_limits<double>::infinity();
+  double here = speedSqr(0.0);
   for (int i = 0; i <= kBendSamples; ++i) {
-    const double t = static_cast<double>(i) / kBendSamples;
-    if (const double curvature = Piece.CurvatureAt(t); curvature > sharpest.Curvature) sharpest = {curvature, t};
+    const double t = i * kStep;
+    look(t, kStep);
+    const double after = i < kBendSamples ? speedSqr(t + kStep) : std::numeric_limits<double>::infinity();
+    if (here < before && here <= after) {
+      const double slowest = LowestPlace(speedSqr, std::max(0.0, t - kStep), std::min(1.0, t + kStep));
+      look(slowest, std::min(kStep, 2.0 * Velocity(Piece, slowest).Mag() / Acceleration(Piece, slowest).Mag()));
+    }
+    before = std::exchange(here, after);
   }
   return sharpest;
 }
 
 TBendSample Refined(const TPathPiece& Piece, const TBendSample& Sample) {
-  constexpr double kStep = 1.0 / kBendSamples;
-  const double t = HighestPlace([&](double Place) { return Piece.CurvatureAt(Place); }, std::max(0.0, Sample.t - kStep),
-                                std::min(1.0, Sample.t + kStep));
+  const double t = LowestPlace([&](double Place) { return -Piece.CurvatureAt(Place); },
+                               std::max(0.0, Sample.t - Sample.Reach), std::min(1.0, Sample.t + Sample.Reach));
   const double curvature = Piece.CurvatureAt(t);
-  return curvature > Sample.Curvature ? TBendSample{curvature, t} : Sample;
+  return curvature > Sample.Curvature ? TBendSample{curvature, t, 0.0} : Sample;
 }
 
 }  // namespace
@@ -130,18 +168,10 @@ TPoint6D TPathPiece::PointAt(double t) const {
 }
 
 double TPathPiece::CurvatureAt(double t) const {
-  const TPoint3D e0 = Points[1].GetPoint() - Points[0].GetPoint();
-  const TPoint3D e1 = Points[2].GetPoint() - Points[1].GetPoint();
-  const TPoint3D e2 = Points[3].GetPoint() - Points[2].GetPoint();
-  // Movements that are mere rounding of the coordinates have no direction.
-  constexpr double kRounding = 1e-12;
-  const double size = std::max(Points[0].GetPoint().Mag(), Points[3].GetPoint().Mag());
-  if (std::max({e0.Mag(), e1.Mag(), e2.Mag()}) <= kRounding * size) return 0.0;
-  const double r = 1.0 - t;
-  const TPoint3D first = 3.0 * (r * r * e0 + 2.0 * r * t * e1 + t * t * e2);
-  const TPoint3D second = 6.0 * (r * (e1 - e0) + t * (e2 - e1));
-  const double speed = first.Mag();
-  return speed > 0.0 ? first.CrossMul(second).Mag() / (speed * speed * speed) : 0.0;
+  if (StandsStill(*this)) return 0.0;
+  const TPoint3D velocity = Velocity(*this, t);
+  const double speed = velocity.Mag();
+  return speed > 0.0 ? velocity.CrossMul(Acceleration(*this, t)).Mag() / (speed * speed * speed) : 0.0;
 }
 
 int PieceCount(const TNurbs6D& Curve) { return Curve.pCount() - kDegree; }

@@ -52,8 +52,8 @@ double LargestMiss(const TNurbs6D& Curve, const TPoint6DList& Poses);
 TPathPlace LargestDistanceFromPolygon(const TNurbs6D& Curve, const TPiecesDone& OnPiece = {});
 inline constexpr double kDistanceTolerance = 1e-6;
 
-/// \return the place of the largest curvature of the path of X, Y, Z, found among kBendSamples places per piece and refined
-///         there; nothing for a path that is straight, or stands still.
+/// \return the place of the largest curvature of the path of X, Y, Z: the best of kBendSamples places per piece and of those
+///         where it is slowest, refined; nothing for a path that is straight, or stands still.
 std::optional<TPathPlace> SharpestBend(const TNurbs6D& Curve, const TPiecesDone& OnPiece = {});
 inline constexpr int kBendSamples = 32;
 

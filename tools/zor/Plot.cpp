@@ -53,6 +53,17 @@ std::string Contents(std::FILE* File) {
   return text;
 }
 
+// The last line of a text that holds something: gnuplot ends with what is wrong.
+std::string LastWords(std::string_view Text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const std::size_t last = Text.find_last_not_of(kBlanks);
+  if (last == std::string_view::npos) return "nothing";
+  Text = Text.substr(0, last + 1);
+  Text.remove_prefix(Text.find_last_of('\n') + 1);  // npos + 1 is 0
+  Text.remove_prefix(Text.find_first_not_of(kBlanks));
+  return std::string(Text);
+}
+
 // A running gnuplot that reads its script from a pipe and prints into two files.
 class TGnuplot {
  public:
@@ -116,7 +127,7 @@ void SavePlot(const std::string& Script, const TPlotSize& Size, const std::strin
   const TFileHandle errors = Unnamed();
   TGnuplot gnuplot(picture.get(), errors.get());
   if (!gnuplot.Run("set encoding utf8\n" + Terminal(FileName, Size) + Script)) {
-    RaiseGeneralError("gnuplot could not draw " + FileName + ". It says: " + Contents(errors.get()));
+    RaiseGeneralError("gnuplot could not draw " + FileName + ". It says: " + LastWords(Contents(errors.get())));
   }
   TTextFileWriter file = OpenOutput(FileName);
   file.Write(Contents(picture.get()));

@@ -1,0 +1,162 @@
+#include "support/TestSupport.h"
+#include "tools/ProcessRunner.h"
+
+#include <ZORBase/ZORGeometry/NurbsGeometry.h>
+#include <ZORBase/common/Cadtypes.h>
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <numbers>
+
+namespace ZORBase::Test {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+
+json FitOf(const std::string& FileName, const std::vector<std::string>& Options = {}) {
+  std::vector<std::string> args = {"fit", FileName, "--json"};
+  args.insert(args.end(), Options.begin(), Options.end());
+  const TRun run = Zor(args);
+  EXPECT_THAT(run, IsDone());
+  return json::parse(run.Out);
+}
+
+// Four poses on a line: the path is that line, of length 3, by every method. The table has a row per 0.03 of each of the three
+// inner spans (33 of them), one for each of the six empty spans at the ends, and the first one.
+TEST(ZorFit, OfAStraightLineIsTheLine) {
+  const TScratchFolder folder;
+  WriteFile(folder.File("p.txt"), "0,0,0,0,0,1\n1,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
+  const json methods = FitOf(folder.File("p.txt"))["methods"];
+  ASSERT_EQ(methods.size(), 3U);
+  for (const char* const name : {"equal", "chord", "centripetal"}) {
+    const json& fit = methods[name];
+    EXPECT_NEAR(fit["length"].get<double>(), 3.0, 1e-12) << name;
+    EXPECT_EQ(fit["controlPoints"], 6) << name;
+    EXPECT_EQ(fit["tableRows"], 1 + 6 + 3 * 33) << name;
+    EXPECT_LT(fit["distanceFromPoses"].get<double>(), 1e-14) << name;
+    EXPECT_LT(fit["distanceFromPolygon"].get<double>(), 1e-14) << name;
+  }
+}
+
+// Poses on a quarter circle of radius 100: its length is 50 pi, the arc stands 100 (1 - cos(pi / 32)) above a chord.
+TEST(ZorFit, OfAnArcComesCloseToTheArc) {
+  const TScratchFolder folder;
+  TPoint6DList poses;
+  for (int i = 0; i <= 8; ++i) {
+    const double angle = i * std::numbers::pi / 16;
+    poses.Add(100 * std::cos(angle), 100 * std::sin(angle), 0);
+  }
+  poses.SaveToFile(folder.File("p.txt"), 12);
+  const json fit = FitOf(folder.File("p.txt"), {"--method", "chord"})["methods"]["chord"];
+  EXPECT_NEAR(fit["length"].get<double>(), 50 * std::numbers::pi, 0.05);
+  EXPECT_EQ(fit["controlPoints"], 11);
+  EXPECT_NEAR(fit["distanceFromPolygon"].get<double>(), 100 * (1 - std::cos(std::numbers::pi / 32)), 0.1);
+  EXPECT_LT(fit["smallestRadius"].get<double>(), 100);
+  EXPECT_GT(fit["smallestRadius"].get<double>(), 60);
+}
+
+TEST(ZorFit, WithAMethodGivesThatOneOnly) {
+  const json methods = FitOf(SampleFile("swept-plane.poses.txt"), {"--method", "centripetal"})["methods"];
+  EXPECT_EQ(methods.size(), 1U);
+  EXPECT_TRUE(methods.contains("centripetal"));
+}
+
+// The length by quadrature of the speed, which knows nothing of the table; the row's chords are a little shorter.
+TEST(ZorFit, TheLengthIsTheIntegralOfTheSpeed) {
+  TPoint6DList poses;
+  poses.LoadFromFile(SampleFile("swept-plane.poses.txt"));
+  TNurbs6D curve;
+  curve.CreateCross(&poses, mChord);
+  const auto speed = [&](double u) {
+    std::array<TPoint6D, 4> ders;
+    curve.CurveDerivsAlg1(u, ders);
+    return ders[1].Mag();
+  };
+  double length = 0.0;
+  for (int k = 3; k + 4 < curve.BasicFun().uCount(); ++k) {
+    const double from = curve.BasicFun().Items(k);
+    const double to = curve.BasicFun().Items(k + 1);
+    const double middle = (from + to) / 2;
+    length += TNumeric::GaussQuadrature(speed, TGeInterval::Create(from, middle, 0), 24);
+    length += TNumeric::GaussQuadrature(speed, TGeInterval::Create(middle, to, 0), 24);
+  }
+  const json fit = FitOf(SampleFile("swept-plane.poses.txt"))["methods"]["chord"];
+  EXPECT_NEAR(fit["length"].get<double>(), length, 1e-6 * length);
+  EXPECT_LT(fit["length"].get<double>(), length);
+}
+
+// The approach to the plane is a long chord at an angle to the next one: the path swings out there, and says so.
+TEST(ZorFit, NamesThePlaceOfTheLargestOvershoot) {
+  const json fit = FitOf(SampleFile("swept-plane.poses.txt"))["methods"]["chord"];
+  EXPECT_EQ(fit["distanceFromPolygonLines"], json({1, 2}));
+  EXPECT_GT(fit["distanceFromPolygonAt"].get<double>(), 0);
+  EXPECT_LT(fit["distanceFromPolygonAt"].get<double>(), 200);
+}
+
+TEST(ZorFit, AsTextIsATableOfTheMethods) {
+  const TRun run = Zor({"fit", SampleFile("e387.100mm.poses.txt")});
+  ASSERT_THAT(run, IsDone());
+  EXPECT_THAT(run.Out,
+              HasSubstr("Path by method                          equal             chord       centripetal\n"));
+  EXPECT_THAT(run.Out,
+              HasSubstr("  control points                           63                63                63\n"));
+  EXPECT_THAT(run.Out, HasSubstr("  smallest radius of X,Y,Z "));
+}
+
+TEST(ZorFit, AMethodThatThePosesDoNotAllowIsReportedBesideTheOthers) {
+  const TScratchFolder folder;
+  WriteFile(folder.File("p.txt"), "0,0,0,0,0,1\n500,0,0,0,0,1\n500.0005,0,0,0,0,1\n1000,0,0,0,0,1\n");
+  const std::string file = folder.File("p.txt");
+  const json report = FitOf(file);
+  EXPECT_TRUE(report["methods"]["chord"]["length"].is_null());
+  EXPECT_NEAR(report["methods"]["centripetal"]["length"].get<double>(), 1000, 1e-2);
+  const std::string refusal =
+      file +
+      ", lines 2 and 3: found neighbours that are 5e-07 of the path apart (method chord), expected "
+      "more than 1e-06. Remove one of the two lines, divide the file, or use another --method.";
+  EXPECT_EQ(report["warnings"], json::array({refusal}));
+  EXPECT_THAT(Zor({"fit", file, "--method", "chord"}), RefusesInput("zor fit: " + refusal));
+}
+
+TEST(ZorFit, CoincidentNeighboursAreNamedByTheirLines) {
+  const TScratchFolder folder;
+  const std::string file = folder.File("p.txt");
+  WriteFile(file, "0,0,0,0,0,1\n1,0,0,0,0,1\n2,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
+  const std::string words =
+      ", lines 3 and 4: found the same pose twice (their distance is 0), expected neighbours at least "
+      "1e-06 apart. Remove one of the two lines.";
+  EXPECT_THAT(Zor({"fit", file}), RefusesInput("zor fit: " + file + words));
+  EXPECT_THAT(Zor({"resample", file, "--step", "1"}), RefusesInput("zor resample: " + file + words));
+  WriteFile(file, "0,0,0,0,0,1\n0,0,0,0,0,1\n2,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
+  EXPECT_THAT(Zor({"fit", file}), EndsWith(1, HasSubstr("lines 1 and 2:")));
+  EXPECT_THAT(Zor({"fit", file}),
+              EndsWith(1, HasSubstr(" 1 more neighbours are like that; \"zor info\" lists them.\n")));
+}
+
+TEST(ZorFit, FewerThanFourPosesAreTooFew) {
+  const TScratchFolder folder;
+  const std::string file = folder.File("p.txt");
+  WriteFile(file, "0,0,0,0,0,1\n1,0,0,0,0,1\n2,0,0,0,0,1\n");
+  EXPECT_THAT(Zor({"fit", file}),
+              RefusesInput("zor fit: " + file +
+                           ": found 3 poses, expected 4 or more to fit a path through. Measure more poses."));
+  WriteFile(file, "0,0,0,0,0,1\n");
+  EXPECT_THAT(Zor({"resample", file, "--count", "9"}),
+              RefusesInput("zor resample: " + file +
+                           ": found 1 pose, expected 4 or more to fit a path through. Measure more poses."));
+}
+
+// 4e6 of length at a spacing of 0.03 are 133 million rows.
+TEST(ZorFit, APathTooLongForTheTableIsRefusedAtOnce) {
+  const TScratchFolder folder;
+  const std::string file = folder.File("p.txt");
+  WriteFile(file, "0,0,0,0,0,1\n1e6,0,0,0,0,1\n2e6,0,0,0,0,1\n4e6,0,0,0,0,1\n");
+  const TRun run = Zor({"fit", file});
+  EXPECT_THAT(run, EndsWith(1, HasSubstr("zor fit: " + file + ": ")));
+  EXPECT_THAT(run, EndsWith(1, HasSubstr("table rows at a spacing of 0.03; at most 64000000 are possible")));
+  EXPECT_EQ(run.Out, "");
+}
+
+}  // namespace
+}  // namespace ZORBase::Test
