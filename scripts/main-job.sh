@@ -18,8 +18,9 @@ run() {
   "$@"
 }
 run zor info "$path"
-run zor fit "$path" --method chord
-run zor resample "$path" --step 1 -o "$result/swept-plane.1mm.poses.txt" --plot "$result/swept-plane.png"
+run zor fit "$path"
+# Where long rows meet short turns, as here, the centripetal path swings out least.
+run zor resample "$path" --method centripetal --step 1 -o "$result/swept-plane.1mm.poses.txt" --plot "$result/swept-plane.png"
 run wc -l "$path" "$result/swept-plane.1mm.poses.txt"
 run head -n 3 "$result/swept-plane.1mm.poses.txt"
 printf '\nThe picture is %s\n' "$result/swept-plane.png"
