@@ -33,35 +33,34 @@ struct ZORBASE_API TMatrix4D {
   constexpr TMatrix4D() = default;
 
   /// R row by row, then t; without t it is zero.
-  [[nodiscard]] static constexpr TMatrix4D Create(double m00, double m01, double m02, double m10, double m11,
-                                                  double m12, double m20, double m21, double m22, double tx, double ty,
-                                                  double tz) {
+  static constexpr TMatrix4D Create(double m00, double m01, double m02, double m10, double m11, double m12, double m20,
+                                    double m21, double m22, double tx, double ty, double tz) {
     TMatrix4D matrix;
     matrix.fm = {{{m00, m01, m02, tx}, {m10, m11, m12, ty}, {m20, m21, m22, tz}}};
     return matrix;
   }
-  [[nodiscard]] static constexpr TMatrix4D Create(double m00, double m01, double m02, double m10, double m11,
-                                                  double m12, double m20, double m21, double m22) {
+  static constexpr TMatrix4D Create(double m00, double m01, double m02, double m10, double m11, double m12, double m20,
+                                    double m21, double m22) {
     return Create(m00, m01, m02, m10, m11, m12, m20, m21, m22, 0.0, 0.0, 0.0);
   }
 
   /// The frame with these axes, as given and not normalised, and this origin.
-  [[nodiscard]] static constexpr TMatrix4D Create(const TPoint3D& AX, const TPoint3D& AY, const TPoint3D& AZ,
-                                                  const TPoint3D& AOrigin = {}) {
+  static constexpr TMatrix4D Create(const TPoint3D& AX, const TPoint3D& AY, const TPoint3D& AZ,
+                                    const TPoint3D& AOrigin = {}) {
     return Create(AX.X, AY.X, AZ.X, AX.Y, AY.Y, AZ.Y, AX.Z, AY.Z, AZ.Z, AOrigin.X, AOrigin.Y, AOrigin.Z);
   }
 
-  [[nodiscard]] static constexpr TMatrix4D Create(const TMatrix4D& M) { return M; }
+  static constexpr TMatrix4D Create(const TMatrix4D& M) { return M; }
 
   /// The right-handed rotation by AAngle about AAxis, which need not be a unit vector. About the zero vector it is no
   /// rotation but cos(AAngle) times the identity.
-  [[nodiscard]] static TMatrix4D Create(const TPoint3D& AAxis, double AAngle);
+  static TMatrix4D Create(const TPoint3D& AAxis, double AAngle);
 
-  /// The rotation that turns AFrom onto ATo the shortest way. Opposite vectors leave the axis open: they
-  /// give the point reflection R = -I, which is no rotation.
+  /// The rotation that turns AFrom onto ATo the shortest way. Opposite vectors leave the axis open: they give the point
+  /// reflection R = -I, which is no rotation.
   /// \throws the general error "two vectors mag not equal!!!" when the squares of the two lengths differ by more than 1e-4 (it
   ///         is about lengths, on purpose), and "vec mag too small!!!" when one of them is below 1e-4.
-  [[nodiscard]] static TMatrix4D Create(const TPoint3D& AFrom, const TPoint3D& ATo);
+  static TMatrix4D Create(const TPoint3D& AFrom, const TPoint3D& ATo);
 
   /// Overwrites this matrix: values 0..8 are R row by row, values 9..11 are t. With 9 to 11 values t stays as it is; with
   /// fewer than 9 everything does.

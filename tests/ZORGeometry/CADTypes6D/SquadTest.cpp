@@ -71,6 +71,16 @@ TEST(SquadQuaternion, TheControlOrientationsBendByAQuarterOfTheChangeOfStep) {
               IsNear(Turn(axis, 0.7125), 1e-15));
 }
 
+// A turn by 3 radians and then one by -3 is almost the same as going on by 2 pi - 3, which bends less. In halves: the
+// ends 1.5 and 0 have the controls 1.5 + (1.5 - (pi - 1.5)) / 4 and 0 - 1.5 / 4, the latter on the other side of the sphere.
+TEST(SquadQuaternion, AStepAlmostHalfWayRoundIsTakenInTheDirectionThatBendsLess) {
+  const TPoint3D axis = Pt(0, 0, 1);
+  const double ends = (1.5 + 0) / 2;
+  const double controls = (1.5 + (3 - kPi) / 4 + kPi - 1.5 / 4) / 2;
+  EXPECT_THAT(SquadQuaternion(0.5, Turn(axis, 0), Turn(axis, 3), Turn(axis, 0), Turn(axis, 0)),
+              IsNear(Turn(axis, ends + controls), 1e-14));
+}
+
 TEST(SquadQuaternion, TheAngularVelocityIsContinuousFromSpanToSpan) {
   TRandomPoses random(44);
   for (int i = 0; i < 200; ++i) {

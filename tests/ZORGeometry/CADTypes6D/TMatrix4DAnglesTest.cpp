@@ -64,11 +64,11 @@ TEST(TMatrix4DAngles, SquaredLengthsMayDifferByUpTo1eMinus4) {
 }
 
 TEST(TMatrix4DAngles, VectorsWithSquaredLengthsBelow1eMinus4Raise) {
-  EXPECT_THAT([&] { (void)TMatrix4D::Create(Pt(0.0099, 0, 0), Pt(0, 0.0099, 0)); },
+  EXPECT_THAT([&] { TMatrix4D::Create(Pt(0.0099, 0, 0), Pt(0, 0.0099, 0)); },
               RaisesGeneralError("vec mag too small!!!"));
-  EXPECT_THAT([&] { (void)TMatrix4D::Create(Pt(0.0101, 0, 0), Pt(0, 0.0099, 0)); },
+  EXPECT_THAT([&] { TMatrix4D::Create(Pt(0.0101, 0, 0), Pt(0, 0.0099, 0)); },
               RaisesGeneralError("vec mag too small!!!"));
-  EXPECT_THAT([&] { (void)TMatrix4D::Create(Pt(0, 0, 0), Pt(0, 0, 0)); }, RaisesGeneralError("vec mag too small!!!"));
+  EXPECT_THAT([&] { TMatrix4D::Create(Pt(0, 0, 0), Pt(0, 0, 0)); }, RaisesGeneralError("vec mag too small!!!"));
   EXPECT_THAT(TMatrix4D::Create(Pt(0.0101, 0, 0), Pt(0, 0.0101, 0)), IsNear(TurnZ(kPi / 2), 1e-15));
 }
 
@@ -180,6 +180,10 @@ TEST(TMatrix4DAngles, AboutAWrongAxisTheAngleIsWrittenAllTheSame) {
 TEST(TMatrix4DAngles, TheComponentDividedByIsTheLargestByValueNotByMagnitude) {
   double angle = 0;
   EXPECT_FALSE(TurnX(-0.7).Matrix4DToVecAng(Pt(-1, 0, 0), angle));
+  EXPECT_TRUE(std::isnan(angle));
+  EXPECT_FALSE(TurnX(0.7).Matrix4DToVecAng(Pt(-1, 0, -1), angle));
+  EXPECT_TRUE(std::isnan(angle));
+  EXPECT_FALSE(TurnX(0.7).Matrix4DToVecAng(Pt(-1, -1, 0), angle));
   EXPECT_TRUE(std::isnan(angle));
   EXPECT_TRUE(TurnX(-0.7).Matrix4DToVecAng(Pt(1, 0, 0), angle));
   EXPECT_NEAR(angle, -0.7, 1e-15);

@@ -80,6 +80,18 @@ TEST(TMatrix4D, RotationEntriesAreSummedInExtendedPrecisionAndTranslationsInDoub
   EXPECT_EQ(product.fm[0][3], 0.0);
 }
 
+// (1 + 2^-30)^2 is 1 + 2^-29 + 2^-60; a double has no room for the last of these.
+TEST(TMatrix4D, RotationEntriesAreMultipliedInExtendedPrecision) {
+  for (std::size_t k = 0; k < 3; ++k) {
+    TMatrix4D left;
+    TMatrix4D right;
+    left.fm[0][k] = right.fm[k][0] = 1 + 0x1p-30;
+    left.fm[0][(k + 1) % 3] = -1;
+    right.fm[(k + 1) % 3][0] = 1 + 0x1p-29;
+    EXPECT_EQ((left * right).fm[0][0], 0x1p-60) << k;
+  }
+}
+
 // Adding R times a zero vector would turn the negative zero into a positive one.
 TEST(TMatrix4D, ARightFactorWithoutTranslationKeepsThatOfTheLeftToTheBit) {
   const TPoint3D shift = Pt(-0.0, 0.1, 1e-320);
