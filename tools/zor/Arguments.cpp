@@ -73,6 +73,12 @@ void AddPoseFile(CLI::App& Command, std::string& FileName) {
       ->required();
 }
 
+CLI::Option* AddNumberFile(CLI::App& Command, std::string& FileName) {
+  return Command.add_option("FILE", FileName, "The numbers, one row per line; - is standard input")
+      ->type_name("")
+      ->required();
+}
+
 void AddJson(CLI::App& Command, bool& IsJson) { Command.add_flag("--json", IsJson, "Report as JSON"); }
 
 void AddPlot(CLI::App& Command, std::string& FileName) {

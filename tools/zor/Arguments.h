@@ -20,6 +20,9 @@ namespace ZORBase::Tool {
 /// FILE: the poses to read, "-" for standard input. Required.
 void AddPoseFile(CLI::App& Command, std::string& FileName);
 
+/// FILE: rows of numbers to read, "-" for standard input. Required.
+CLI::Option* AddNumberFile(CLI::App& Command, std::string& FileName);
+
 /// --json: the report for programs.
 void AddJson(CLI::App& Command, bool& IsJson);
 

@@ -14,5 +14,7 @@ void AddResampleCommand(CLI::App& Program);
 void AddTransformCommand(CLI::App& Program);
 void AddConvertCommand(CLI::App& Program);
 void AddBlendCommand(CLI::App& Program);
+void AddSpectrumCommand(CLI::App& Program);
+void AddFilterCommand(CLI::App& Program);
 
 }  // namespace ZORBase::Tool

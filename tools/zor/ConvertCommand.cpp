@@ -36,7 +36,7 @@ void Run(const TOptions& Options) {
   TProgress progress("converting poses", 0);
   std::int64_t count = 0;
   const auto radians = [&](double Angle) { return Options.IsDegrees ? DegToRad(Angle) : Angle; };
-  ReadRows(Options.File, kEulerRow, [&](std::span<const double> Row) {
+  ReadRows(Options.File, AnyNumberOf(kEulerRow), [&](std::span<const double> Row) {
     output.Add(
         TEulerPoint::Create(Row[0], Row[1], Row[2], radians(Row[3]), radians(Row[4]), radians(Row[5])).ToPoint6D());
     progress.Advance(++count);

@@ -59,8 +59,7 @@ int RunProgram(int ArgCount, char** Args) {
   // Whoever started the command may have this signal ignored; a reader that went away would then be reported as an error.
   std::signal(SIGPIPE, SIG_DFL);
 #endif
-  CLI::App program("Works on measured tool poses: smooth paths through them, transforms, conversions and blends.",
-                   "zor");
+  CLI::App program("Works on measured tool poses, smooth paths through them, and sampled signals.", "zor");
   program.footer(kFooter);
   program.set_help_flag("-h,--help", "Print this help and exit");
   program.set_version_flag("--version", "zor " ZOR_VERSION, "Print the version and exit");
@@ -71,6 +70,8 @@ int RunProgram(int ArgCount, char** Args) {
   AddTransformCommand(program);
   AddConvertCommand(program);
   AddBlendCommand(program);
+  AddSpectrumCommand(program);
+  AddFilterCommand(program);
   try {
     Parse(program, ArgCount, Args);
     return esDone;

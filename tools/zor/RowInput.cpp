@@ -89,6 +89,17 @@ bool IsMeasurable(std::span<const double> Row) {
   return std::all_of(Row.begin(), Row.end(), [](double Value) { return std::fabs(Value) <= kLargestNumber; });
 }
 
+// The number of items of a line; 1 for one that cannot be split, so that reading it says why.
+std::size_t CountItems(std::string_view Line) {
+  std::size_t count = 0;
+  try {
+    for (TDelimitedText items(Line); items.Next();) ++count;
+  } catch (const TGeneralError&) {
+    return 1;
+  }
+  return count;
+}
+
 void ReadRow(std::string_view Text, std::span<double> Row, const TRowForm& Form, const std::string& FileName,
              std::int64_t Line) {
   try {
@@ -107,14 +118,19 @@ void ReadRows(const std::string& FileName, const TRowForm& Form,
               const std::function<void(std::span<const double>)>& TakeRow) {
   TTextFileReader lines = WithAdvice([&] { return OpenInput(FileName); });
   TProgress progress("reading " + InputName(FileName));
-  std::vector<double> row(Form.Count);
+  TRowForm form = Form;
+  std::vector<double> row;
   std::int64_t line = 0;
   while (WithAdvice([&] { return lines.Next(); })) {
-    if (++line > kMaxPoses) {
+    if (++line > Form.MostRows) {
       RaiseGeneralError(fmt::format("{}, line {}: found more than {} {}s. Divide the file.", InputName(FileName), line,
-                                    kMaxPoses, Form.Noun));
+                                    Form.MostRows, Form.Noun));
     }
-    ReadRow(lines.Line(), row, Form, FileName, line);
+    if (line == 1) {
+      if (form.Count == 0) form.Count = std::clamp<std::size_t>(CountItems(lines.Line()), 1, kMostColumns);
+      row.resize(form.Count);
+    }
+    ReadRow(lines.Line(), row, form, FileName, line);
     TakeRow(row);
     progress.Advance(line);
   }

@@ -78,7 +78,7 @@ void Run(const TOptions& Options) {
   TRowOutput output(Options.Output, Options.Decimals);
   TProgress progress("transforming poses", 0);
   std::int64_t count = 0;
-  ReadRows(Options.File, kPoseRow, [&](std::span<const double> Row) {
+  ReadRows(Options.File, AnyNumberOf(kPoseRow), [&](std::span<const double> Row) {
     output.Add(transform.TransformPose(TPoint6D::Create(Row[0], Row[1], Row[2], Row[3], Row[4], Row[5])));
     progress.Advance(++count);
   });
