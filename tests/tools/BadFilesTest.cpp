@@ -1,7 +1,6 @@
 #include "support/TestSupport.h"
 #include "tools/ProcessRunner.h"
 
-#include <chrono>
 #include <csignal>
 #include <string>
 
@@ -37,13 +36,16 @@ class ZorOnABadFile : public testing::Test {
 
 TEST_F(ZorOnABadFile, ALineOfFiveNumbersIsNamed) {
   EXPECT_THAT(InfoOf(std::string(kGoodLine) + kGoodLine + "1,2,3,4,5\n"),
-              RefusesLine(3, "5 numbers in \"1,2,3,4,5\"", "Complete the line or remove it."));
-  EXPECT_THAT(InfoOf("17\n"), RefusesLine(1, "1 number in \"17\"", "Complete the line or remove it."));
+              RefusesLine(3, "5 items in \"1,2,3,4,5\"", "Complete the line or remove it."));
+  EXPECT_THAT(InfoOf("1,2,3,0,0,1,\n"),
+              RefusesLine(1, "7 items in \"1,2,3,0,0,1,\"",
+                          "Numbers have a decimal point, not a decimal comma, and one row stands on each line."));
+  EXPECT_THAT(InfoOf("17\n"), RefusesLine(1, "1 item in \"17\"", "Complete the line or remove it."));
 }
 
 TEST_F(ZorOnABadFile, ADecimalCommaIsSuspectedWhereThereAreTooManyNumbers) {
   EXPECT_THAT(InfoOf("1,5 2,5 3,5 0,0 0,0 1,0\n"),
-              RefusesLine(1, "12 numbers in \"1,5 2,5 3,5 0,0 0,0 1,0\"",
+              RefusesLine(1, "12 items in \"1,5 2,5 3,5 0,0 0,0 1,0\"",
                           "Numbers have a decimal point, not a decimal comma, and one row stands on each line."));
 }
 
@@ -100,16 +102,22 @@ TEST_F(ZorOnABadFile, AnEmptyFileIsRefused) {
 
 TEST_F(ZorOnABadFile, ControlCharactersDoNotReachTheTerminal) {
   EXPECT_THAT(InfoOf("\"\x1b[31mred\x7f\"\n"), RefusesLine(1, "\"\\x1B[31mred\\x7F\" as number 1", kHowNumbersLook));
-  EXPECT_THAT(InfoOf("1 2\x07\n"), RefusesLine(1, "2 numbers in \"1 2\\x07\"", "Complete the line or remove it."));
+  EXPECT_THAT(InfoOf("1 2\x07\n"), RefusesLine(1, "2 items in \"1 2\\x07\"", "Complete the line or remove it."));
 }
+
+// A build that checks itself is slower.
+#if defined(NDEBUG)
+constexpr double kSlowdown = 1.0;
+#else
+constexpr double kSlowdown = 20.0;
+#endif
 
 TEST_F(ZorOnABadFile, ALineOfTenMegabytesIsAnsweredSoonAndShortly) {
   for (const std::string& item : {std::string("x"), std::string("1,"), std::string("\"")}) {
     std::string text;
     while (text.size() < 10'000'000) text += item;
-    const auto start = std::chrono::steady_clock::now();
     const TRun run = InfoOf(kGoodLine + text);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+    EXPECT_LT(run.Seconds, kSlowdown);
     EXPECT_EQ(run.Status, 1);
     EXPECT_THAT(run.Err, HasSubstr("line 2: found "));
     EXPECT_LT(run.Err.size(), 1000U);

@@ -97,10 +97,8 @@ TEST(ZorFit, NamesThePlaceOfTheLargestOvershoot) {
 TEST(ZorFit, AsTextIsATableOfTheMethods) {
   const TRun run = Zor({"fit", SampleFile("e387.100mm.poses.txt")});
   ASSERT_THAT(run, IsDone());
-  EXPECT_THAT(run.Out,
-              HasSubstr("Path by method                          equal             chord       centripetal\n"));
-  EXPECT_THAT(run.Out,
-              HasSubstr("  control points                           63                63                63\n"));
+  EXPECT_THAT(run.Out, HasSubstr("Path by method                         equal             chord       centripetal\n"));
+  EXPECT_THAT(run.Out, HasSubstr("  control points                          63                63                63\n"));
   EXPECT_THAT(run.Out, HasSubstr("  smallest radius of X,Y,Z "));
 }
 
@@ -117,6 +115,8 @@ TEST(ZorFit, AMethodThatThePosesDoNotAllowIsReportedBesideTheOthers) {
       "more than 1e-06. Remove one of the two lines, divide the file, or use another --method.";
   EXPECT_EQ(report["warnings"], json::array({refusal}));
   EXPECT_THAT(Zor({"fit", file, "--method", "chord"}), RefusesInput("zor fit: " + refusal));
+  WriteFile(file, "0,0,0,0,0,1\n500,0,0,0,0,1\n500.0005,0,0,0,0,1\n500.001,0,0,0,0,1\n1000,0,0,0,0,1\n");
+  EXPECT_THAT(Zor({"fit", file, "--method", "chord"}), EndsWith(1, HasSubstr(" 1 more pair is like that.\n")));
 }
 
 TEST(ZorFit, CoincidentNeighboursAreNamedByTheirLines) {
@@ -125,13 +125,12 @@ TEST(ZorFit, CoincidentNeighboursAreNamedByTheirLines) {
   WriteFile(file, "0,0,0,0,0,1\n1,0,0,0,0,1\n2,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
   const std::string words =
       ", lines 3 and 4: found the same pose twice (their distance is 0), expected neighbours at least "
-      "1e-06 apart. Remove one of the two lines.";
+      "1e-06 apart. Remove one of the two lines; \"zor info\" lists all such pairs.";
   EXPECT_THAT(Zor({"fit", file}), RefusesInput("zor fit: " + file + words));
   EXPECT_THAT(Zor({"resample", file, "--step", "1"}), RefusesInput("zor resample: " + file + words));
   WriteFile(file, "0,0,0,0,0,1\n0,0,0,0,0,1\n2,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
   EXPECT_THAT(Zor({"fit", file}), EndsWith(1, HasSubstr("lines 1 and 2:")));
-  EXPECT_THAT(Zor({"fit", file}),
-              EndsWith(1, HasSubstr(" 1 more neighbours are like that; \"zor info\" lists them.\n")));
+  EXPECT_THAT(Zor({"fit", file}), EndsWith(1, HasSubstr(" 1 more pair is like that.\n")));
 }
 
 TEST(ZorFit, FewerThanFourPosesAreTooFew) {

@@ -129,7 +129,8 @@ TEST(ZorPlot, DrawsPosesThatAllowNoPathAndASingleOne) {
   if (!HasGnuplot()) GTEST_SKIP() << "gnuplot is not installed (Debian: package gnuplot-nox)";
   const TScratchFolder folder;
   for (const char* const text :
-       {"1,2,3,0,0,1\n", "1,2,3,0,0,1\n1,2,3,0,0,1\n1,2,3,0,0,0\n", "0,0,0,0,0,1\n1,0,0,0,0,1\n"}) {
+       {"1,2,3,0,0,1\n", "1,2,3,0,0,1\n1,2,3,0,0,1\n1,2,3,0,0,0\n", "0,0,0,0,0,1\n1,0,0,0,0,1\n",
+        "1e6,0,0,0,0,1\n1000000.0000000001,0,0,0,0,1\n", "1e150,0,0,0,0,1\n-1e150,0,0,0,0,1\n1e-150,0,0,0,0,1\n"}) {
     WriteFile(folder.File("it's \"$a\".txt"), text);
     EXPECT_THAT(Zor({"info", folder.File("it's \"$a\".txt"), "--plot", folder.File("p.svg")}), IsDone()) << text;
     EXPECT_THAT(FileText(folder.File("p.svg")), HasSubstr("</svg>"));

@@ -1,6 +1,7 @@
 #include "tools/ProcessRunner.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -67,9 +68,13 @@ TRun RunProcess(const std::vector<std::string>& Command, const TRunManner& Manne
   if (child == 0) Become(Command, Manner, ::fileno(input.get()), output, ::fileno(err.get()));
   ::close(output);
   int status = 0;
-  ::waitpid(child, &status, 0);
+  rusage usage{};
+  ::wait4(child, &status, 0, &usage);
+  const auto seconds = [](const timeval& Time) {
+    return static_cast<double>(Time.tv_sec) + 1e-6 * static_cast<double>(Time.tv_usec);
+  };
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, WIFSIGNALED(status) ? WTERMSIG(status) : 0, Contents(out.get()),
-          Contents(err.get())};
+          Contents(err.get()), seconds(usage.ru_utime) + seconds(usage.ru_stime)};
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ struct TRun {
   int Signal = 0;   ///< that signal
   std::string Out;
   std::string Err;
+  double Seconds = 0.0;  ///< of processor time: what else the machine does is not counted
 };
 
 struct TRunManner {

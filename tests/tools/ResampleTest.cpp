@@ -166,7 +166,7 @@ class ZorResampleEvenly : public testing::TestWithParam<TEvenCase> {};
 TEST_P(ZorResampleEvenly, StepsAreEqualWithinAThousandth) {
   const auto& [file, methodName, method, step] = GetParam();
   const TMeasuredPath path(SampleFile(file), method);
-  const TPoint6DList poses = Resampled(SampleFile(file), {"--step", FloatToStr(step), "--method", methodName});
+  const TPoint6DList poses = Resampled(SampleFile(file), {"--step", Format1033("%.2f", step), "--method", methodName});
   ASSERT_GT(poses.Count(), 30);
   double param = 0.0;
   TSUTable::TCursor cursor;

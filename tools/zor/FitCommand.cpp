@@ -19,9 +19,9 @@ namespace ZORBase::Tool {
 namespace {
 
 constexpr auto kFooter =
-    R"(The path is a cubic curve through all poses. Lengths and distances are over all six components. The polygon is made of
-the straight lines from pose to pose: how far does the path swing out between two poses? The smallest radius of
-curvature is that of the path of X, Y, Z, in their unit.
+    R"(The path is a cubic curve through all poses. Lengths and distances are over all six components. Overshoot is how far
+the path swings out from the straight line between two poses. The smallest radius of curvature is that of the path of
+X, Y, Z alone, in their unit.
 
 Examples:
   zor fit poses.txt                                 the three methods side by side
@@ -110,9 +110,8 @@ void AddFitRows(TReport& Report, const std::vector<TFit>& Fits) {
   AddRow(Report, Fits, "controlPoints", "control points", [&](const TFit& Fit) { return count(Fit.Path->pCount()); });
   AddRow(Report, Fits, "tableRows", "rows of the length table",
          [&](const TFit& Fit) { return count(Fit.Path->SUTable().Count()); });
-  AddRow(Report, Fits, "distanceFromPoses", "largest distance, poses", [](const TFit& Fit) { return Fit.Miss; });
-  AddRow(Report, Fits, "distanceFromPolygon", "largest distance, polygon",
-         [](const TFit& Fit) { return Fit.Overshoot.Value; });
+  AddRow(Report, Fits, "distanceFromPoses", "largest miss of a pose", [](const TFit& Fit) { return Fit.Miss; });
+  AddRow(Report, Fits, "distanceFromPolygon", "largest overshoot", [](const TFit& Fit) { return Fit.Overshoot.Value; });
   AddRow(Report, Fits, "distanceFromPolygonLines", "  between", [](const TFit& Fit) { return LinesOf(Fit.Overshoot); });
   AddRow(Report, Fits, "distanceFromPolygonAt", "  at length",
          [](const TFit& Fit) { return LengthAt(Fit, Fit.Overshoot); });

@@ -44,7 +44,7 @@ void ReportBox(TReport& Report, const TPoint6DList& Poses) {
 }
 
 void ReportChords(TReport& Report, const TChordFigures& Chords) {
-  Report.Section("chords", "Distances of neighbours", {{"distance", "distance"}, {"lines", "between"}});
+  Report.Section("chords", "Distances of neighbours, over all six", {{"distance", "distance"}, {"lines", "between"}});
   Report.Row("smallest", "smallest", {Chords.Smallest.Value, LinesFrom(Chords.Smallest.Pose)});
   Report.Row("largest", "largest", {Chords.Largest.Value, LinesFrom(Chords.Largest.Pose)});
   Report.Fact("mean", "mean", Chords.Mean);

@@ -19,46 +19,50 @@ void RequireEnoughPoses(const TPoseFile& File) {
                                 File.Name, count, count == 1 ? "" : "s", TNurbs6D::kFewestFitPoints));
 }
 
+// What stands behind a message that names the first of Count.
+std::string OthersText(std::ptrdiff_t Count) {
+  if (Count <= 1) return "";
+  return fmt::format(" {} more {} like that.", Count - 1, Count == 2 ? "pair is" : "pairs are");
+}
+
 void RequireDistinctNeighbours(const TPoseFile& File) {
   const auto chords = ChordsOf(File.Poses);
   const auto isSame = [](double Chord) { return Chord < TNurbs6D::kSmallestChord; };
-  const auto same = std::count_if(chords->Chords.begin(), chords->Chords.end(), isSame);
-  if (same == 0) return;
   const auto first = std::find_if(chords->Chords.begin(), chords->Chords.end(), isSame);
+  if (first == chords->Chords.end()) return;
   const int line = LineOf(static_cast<int>(first - chords->Chords.begin()));
-  const std::string others =
-      same == 1 ? "" : fmt::format(" {} more neighbours are like that; \"zor info\" lists them.", same - 1);
   RaiseGeneralError(fmt::format(
       "{}, lines {} and {}: found the same pose twice (their distance is {:.3g}), expected neighbours at least "
-      "{} apart. Remove one of the two lines.{}",
-      File.Name, line, line + 1, *first, TNurbs6D::kSmallestChord, others));
+      "{} apart. Remove one of the two lines; \"zor info\" lists all such pairs.{}",
+      File.Name, line, line + 1, *first, TNurbs6D::kSmallestChord,
+      OthersText(std::count_if(first, chords->Chords.end(), isSame))));
 }
 
-// The neighbours that take the smallest part of the path by this method.
-int NarrowestStep(const TPoint6DList& Poses, TParalizeMethod Method, double& Part) {
+// The parts of the path from pose to pose, as a method counts them.
+std::vector<double> PartsOf(const TPoint6DList& Poses, TParalizeMethod Method) {
   std::vector<double> params(Poses.size());
   double length = 0.0;
   TNurbs6D::CurveParalize(Poses, params, length, Method);
-  std::vector<double> steps;
-  for (std::size_t k = 0; k + 1 < params.size(); ++k) steps.push_back(params[k + 1] - params[k]);
-  const auto narrowest = std::min_element(steps.begin(), steps.end());
-  Part = *narrowest;
-  return static_cast<int>(narrowest - steps.begin());
+  std::vector<double> parts;
+  parts.reserve(params.size());
+  for (std::size_t k = 0; k + 1 < params.size(); ++k) parts.push_back(params[k + 1] - params[k]);
+  return parts;
 }
 
 // Says in lines of the file what the fit said in numbers of points.
 [[noreturn]] void RaiseRefusal(const TPoseFile& File, TParalizeMethod Method, const std::string& Refusal) {
-  constexpr double kTooNarrow = 1.1e-6;  // the fit needs 1e-6, and a little for rounding
-  double part = 0.0;
-  const int pose = NarrowestStep(File.Poses, Method, part);
-  if (part > kTooNarrow) RaiseGeneralError(File.Name + ": " + Refusal);
-  const std::string advice = Method == mEqually
-                                 ? "Divide the file, or use another --method."
-                                 : "Remove one of the two lines, divide the file, or use another --method.";
+  constexpr double kTooNarrow = 1.000000001e-6;  // what the fit asks for
+  const std::vector<double> parts = PartsOf(File.Poses, Method);
+  const auto isTooNarrow = [](double Part) { return Part < kTooNarrow; };
+  const auto first = std::find_if(parts.begin(), parts.end(), isTooNarrow);
+  if (first == parts.end()) RaiseGeneralError(File.Name + ": " + Refusal);
+  const int line = LineOf(static_cast<int>(first - parts.begin()));
   RaiseGeneralError(
       fmt::format("{}, lines {} and {}: found neighbours that are {:.3g} of the path apart (method {}), "
-                  "expected more than 1e-06. {}",
-                  File.Name, LineOf(pose), LineOf(pose + 1), part, MethodName(Method), advice));
+                  "expected more than 1e-06. Remove one of the two lines, divide the file, or use another "
+                  "--method.{}",
+                  File.Name, line, line + 1, *first, MethodName(Method),
+                  OthersText(std::count_if(first, parts.end(), isTooNarrow))));
 }
 
 }  // namespace

@@ -88,39 +88,51 @@ template <class TFunction>
 double LowestPlace(TFunction&& Function, double From, double To) {
   constexpr double kGolden = 0.6180339887498949;  // (sqrt(5) - 1) / 2
   constexpr int kRounds = 60;                     // narrows the interval by 3e-13
+  double left = To - kGolden * (To - From);
+  double right = From + kGolden * (To - From);
+  double atLeft = Function(left);
+  double atRight = Function(right);
   for (int round = 0; round < kRounds; ++round) {
-    const double left = To - kGolden * (To - From);
-    const double right = From + kGolden * (To - From);
-    if (Function(left) > Function(right)) {
-      From = left;
+    if (atLeft > atRight) {
+      From = std::exchange(left, right);
+      right = From + kGolden * (To - From);
+      atLeft = std::exchange(atRight, Function(right));
     } else {
-      To = right;
+      To = std::exchange(right, left);
+      left = To - kGolden * (To - From);
+      atRight = std::exchange(atLeft, Function(left));
     }
   }
   return From + (To - From) / 2.0;
 }
 
-// The first and second derivatives of the position with respect to t.
-TPoint3D Velocity(const TPathPiece& Piece, double t) {
-  const auto& [p0, p1, p2, p3] = Piece.Points;
-  const double r = 1.0 - t;
-  return 3.0 * (r * r * (p1 - p0).GetPoint() + 2.0 * r * t * (p2 - p1).GetPoint() + t * t * (p3 - p2).GetPoint());
-}
+// The movement of the position over a piece: X, Y, Z by t.
+class TMotion {
+ public:
+  explicit TMotion(const TPathPiece& Piece) {
+    for (std::size_t i = 0; i < 3; ++i) FEdges[i] = Piece.Points[i + 1].GetPoint() - Piece.Points[i].GetPoint();
+    // Movements that are mere rounding of the coordinates have no direction.
+    constexpr double kRounding = 1e-12;
+    const double size = std::max(Piece.Points.front().GetPoint().Mag(), Piece.Points.back().GetPoint().Mag());
+    if (std::max({FEdges[0].Mag(), FEdges[1].Mag(), FEdges[2].Mag()}) <= kRounding * size) FEdges = {};
+  }
 
-TPoint3D Acceleration(const TPathPiece& Piece, double t) {
-  const auto& [p0, p1, p2, p3] = Piece.Points;
-  return 6.0 * ((1.0 - t) * ((p2 - p1) - (p1 - p0)).GetPoint() + t * ((p3 - p2) - (p2 - p1)).GetPoint());
-}
+  TPoint3D Velocity(double t) const {
+    const double r = 1.0 - t;
+    return 3.0 * (r * r * FEdges[0] + 2.0 * r * t * FEdges[1] + t * t * FEdges[2]);
+  }
+  TPoint3D Acceleration(double t) const {
+    return 6.0 * ((1.0 - t) * (FEdges[1] - FEdges[0]) + t * (FEdges[2] - FEdges[1]));
+  }
+  double Curvature(double t) const {
+    const TPoint3D velocity = Velocity(t);
+    const double speed = velocity.Mag();
+    return speed > 0.0 ? velocity.CrossMul(Acceleration(t)).Mag() / (speed * speed * speed) : 0.0;
+  }
 
-// Movements that are mere rounding of the coordinates have no direction.
-bool StandsStill(const TPathPiece& Piece) {
-  constexpr double kRounding = 1e-12;
-  const auto& [p0, p1, p2, p3] = Piece.Points;
-  const double size = std::max(p0.GetPoint().Mag(), p3.GetPoint().Mag());
-  const double movement =
-      std::max({(p1 - p0).GetPoint().Mag(), (p2 - p1).GetPoint().Mag(), (p3 - p2).GetPoint().Mag()});
-  return movement <= kRounding * size;
-}
+ private:
+  std::array<TPoint3D, 3> FEdges;
+};
 
 struct TBendSample {
   double Curvature = 0.0;
@@ -130,32 +142,33 @@ struct TBendSample {
 
 // The sharpest of even samples and of the places where the path is slowest between them. At such a place it may turn round
 // within a stretch that even samples miss: with the velocity v across the acceleration a the peak is about |v| / |a| wide.
-TBendSample SharpestSample(const TPathPiece& Piece) {
+TBendSample SharpestSample(const TMotion& Motion) {
   constexpr double kStep = 1.0 / kBendSamples;
-  const auto speedSqr = [&](double t) { return Velocity(Piece, t).MagSqr(); };
+  constexpr double kNone = std::numeric_limits<double>::infinity();
+  const auto speedSqr = [&](double t) { return Motion.Velocity(t).MagSqr(); };
   TBendSample sharpest;
   const auto look = [&](double t, double Reach) {
-    if (const double curvature = Piece.CurvatureAt(t); curvature > sharpest.Curvature) sharpest = {curvature, t, Reach};
+    if (const double curvature = Motion.Curvature(t); curvature > sharpest.Curvature) sharpest = {curvature, t, Reach};
   };
-  double before = std::numeric_limits<double>::infinity();
+  double before = kNone;
   double here = speedSqr(0.0);
   for (int i = 0; i <= kBendSamples; ++i) {
     const double t = i * kStep;
     look(t, kStep);
-    const double after = i < kBendSamples ? speedSqr(t + kStep) : std::numeric_limits<double>::infinity();
+    const double after = i < kBendSamples ? speedSqr(t + kStep) : kNone;
     if (here < before && here <= after) {
       const double slowest = LowestPlace(speedSqr, std::max(0.0, t - kStep), std::min(1.0, t + kStep));
-      look(slowest, std::min(kStep, 2.0 * Velocity(Piece, slowest).Mag() / Acceleration(Piece, slowest).Mag()));
+      look(slowest, std::min(kStep, 2.0 * Motion.Velocity(slowest).Mag() / Motion.Acceleration(slowest).Mag()));
     }
     before = std::exchange(here, after);
   }
   return sharpest;
 }
 
-TBendSample Refined(const TPathPiece& Piece, const TBendSample& Sample) {
-  const double t = LowestPlace([&](double Place) { return -Piece.CurvatureAt(Place); },
+TBendSample Refined(const TMotion& Motion, const TBendSample& Sample) {
+  const double t = LowestPlace([&](double Place) { return -Motion.Curvature(Place); },
                                std::max(0.0, Sample.t - Sample.Reach), std::min(1.0, Sample.t + Sample.Reach));
-  const double curvature = Piece.CurvatureAt(t);
+  const double curvature = Motion.Curvature(t);
   return curvature > Sample.Curvature ? TBendSample{curvature, t, 0.0} : Sample;
 }
 
@@ -167,12 +180,7 @@ TPoint6D TPathPiece::PointAt(double t) const {
   return p0 * (r * r * r) + p1 * (3.0 * r * r * t) + p2 * (3.0 * r * t * t) + p3 * (t * t * t);
 }
 
-double TPathPiece::CurvatureAt(double t) const {
-  if (StandsStill(*this)) return 0.0;
-  const TPoint3D velocity = Velocity(*this, t);
-  const double speed = velocity.Mag();
-  return speed > 0.0 ? velocity.CrossMul(Acceleration(*this, t)).Mag() / (speed * speed * speed) : 0.0;
-}
+double TPathPiece::CurvatureAt(double t) const { return TMotion(*this).Curvature(t); }
 
 int PieceCount(const TNurbs6D& Curve) { return Curve.pCount() - kDegree; }
 
@@ -213,8 +221,9 @@ std::optional<TPathPlace> SharpestBend(const TNurbs6D& Curve, const TPiecesDone&
   TPathPlace best;
   for (int i = 0; i < PieceCount(Curve); ++i) {
     const TPathPiece piece = PieceOf(Curve, i);
-    TBendSample sample = SharpestSample(piece);
-    if (sample.Curvature > kWorthRefining * best.Value) sample = Refined(piece, sample);
+    const TMotion motion(piece);
+    TBendSample sample = SharpestSample(motion);
+    if (sample.Curvature > kWorthRefining * best.Value) sample = Refined(motion, sample);
     if (sample.Curvature > best.Value) best = {sample.Curvature, i, piece.ParamAt(sample.t)};
     if (OnPiece) OnPiece(i + 1);
   }

@@ -75,7 +75,7 @@ void AppendPoints(std::string& Script, std::string_view Name, const TPoint6DList
                   const std::vector<int>& Indices) {
   Script += fmt::format("${} << EOD\n", Name);
   for (const int i : Indices) {
-    fmt::format_to(std::back_inserter(Script), "{:.9g} {:.9g} {:.9g}\n", Points[i].X, Points[i].Y, Points[i].Z);
+    fmt::format_to(std::back_inserter(Script), "{:.12g} {:.12g} {:.12g}\n", Points[i].X, Points[i].Y, Points[i].Z);
   }
   Script += "EOD\n";
 }
@@ -84,8 +84,8 @@ void AppendTicks(std::string& Script, const TPoint6DList& Poses, double Length) 
   Script += "$ticks << EOD\n";
   for (const int i : Every(Poses.Count(), kDrawnTicks)) {
     const TPoint3D tick = Poses[i].GetVector().Normal() * Length;
-    fmt::format_to(std::back_inserter(Script), "{:.9g} {:.9g} {:.9g} {:.9g} {:.9g} {:.9g}\n", Poses[i].X, Poses[i].Y,
-                   Poses[i].Z, tick.X, tick.Y, tick.Z);
+    fmt::format_to(std::back_inserter(Script), "{:.12g} {:.12g} {:.12g} {:.12g} {:.12g} {:.12g}\n", Poses[i].X,
+                   Poses[i].Y, Poses[i].Z, tick.X, tick.Y, tick.Z);
   }
   Script += "EOD\n";
 }
@@ -113,9 +113,12 @@ struct TScene {
   double TickLength = 0.0;
 };
 
+// The largest side of a box; something to draw an axis with where it has none.
 double ExtentOf(const TBox& Box) {
+  constexpr double kVisible = 1e-9;  // of the coordinates: less is not to be told from rounding
   const TPoint6D sides = Box.Max - Box.Min;
-  const double extent = std::max({sides.X, sides.Y, sides.Z});
+  const double farthest = std::max(Box.Max.GetPoint().Mag(), Box.Min.GetPoint().Mag());
+  const double extent = std::max({sides.X, sides.Y, sides.Z, kVisible * farthest});
   return extent > 0.0 ? extent : 1.0;
 }
 
@@ -182,7 +185,7 @@ void AppendAxis(std::string& Script, std::string_view Axis, const TScene& Scene,
   constexpr double kGridLines = 4.0;
   const double middle = (Scene.Box.Min.Items(Component) + Scene.Box.Max.Items(Component)) / 2.0;
   const double half = kRoom * Scene.Extent;
-  Script += fmt::format("set {0}range [{1:.12g}:{2:.12g}]\nset {0}tics {3:.6g} nomirror\n", Axis, middle - half,
+  Script += fmt::format("set {0}range [{1:.17g}:{2:.17g}]\nset {0}tics {3:.6g} nomirror\n", Axis, middle - half,
                         middle + half, NiceStep(2.0 * half, kGridLines));
 }
 

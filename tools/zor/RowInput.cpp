@@ -54,13 +54,14 @@ TFinding FindingAbout(std::string_view Line, const TRowForm& Form) {
   std::size_t count = 0;
   try {
     for (TDelimitedText items(Line); items.Next();) {
-      if (const auto finding = FindingAboutItem(items.Item(), ++count)) return *finding;
+      if (++count > Form.Count) continue;
+      if (const auto finding = FindingAboutItem(items.Item(), count)) return *finding;
     }
   } catch (const TGeneralError&) {  // the one thing that the splitter refuses
     return {fmt::format("a byte 0 at column {}", Line.find('\0') + 1), "Save the file as plain ASCII or UTF-8 text"};
   }
   if (count == 0) return {"an empty line", "Remove it; there are no blank lines, not even at the end"};
-  return {fmt::format("{} number{} in {}", count, count == 1 ? "" : "s", Quoted(Line)),
+  return {fmt::format("{} item{} in {}", count, count == 1 ? "" : "s", Quoted(Line)),
           count > Form.Count ? "Numbers have a decimal point, not a decimal comma, and one row stands on each line"
                              : "Complete the line or remove it"};
 }
