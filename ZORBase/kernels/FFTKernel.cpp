@@ -90,7 +90,7 @@ ZORBASE_INLINE void FirstButterfly(double A, double B, TComplex& Sum, TComplex& 
 
 // Stages 1 to 3 of eight columns. The column i has the samples In[i + t Stride], t = 0..7, taken in the order of
 // reversed bits; its results t = 0..7, neighbours in the work array, come to Re[8 t + i] and Im[8 t + i].
-// W: the factor of stage 1, also the first one of stages 2 and 3; the second one of stage 2; the other three of stage 3.
+// W: the factor of stage 1, also the first of stages 2 and 3; the second of stage 2; the other three of stage 3.
 ZORBASE_INLINE void EightColumns(const double* In, std::size_t Stride, const TComplex (&W)[5], double* Re, double* Im) {
   ZORBASE_INDEPENDENT
   for (std::size_t i = 0; i < kLanes; ++i) {
