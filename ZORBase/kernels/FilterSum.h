@@ -32,14 +32,12 @@ struct TPlainTerm {
   ZORBASE_FILTER_INLINE TPlainTerm From(int) const { return {}; }
 };
 
-/// The sum of the terms, one after the other. The last value, a filter's newest sample, is read by itself: a vector load across
-/// a value that has just been stored would have to wait for the store.
+/// The sum of the terms, one after the other.
 template <class TTerm>
 ZORBASE_FILTER_INLINE double SumInOrder(TTerm Term, const double* Values, int Count) {
-  const int last = Count - 1;
   double sum = 0.0;
-  for (int k = 0; k < last; ++k) sum += Term(k, Values[k]);
-  return last >= 0 ? sum + Term(last, Values[last]) : sum;
+  for (int k = 0; k < Count; ++k) sum += Term(k, Values[k]);
+  return sum;
 }
 
 double LongWeightedSum(const double* Weights, const double* Values, int Count);
