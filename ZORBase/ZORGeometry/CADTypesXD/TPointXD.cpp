@@ -82,16 +82,21 @@ double TPointXD::AngleBetween(const TPointXD& P) const {
 
 TPointXD TPointXD::Normal() const { return *this / Mag(); }
 
-TPointXD TPointXD::ExtMax(const TPointXD& P) const {
-  TPointXD result = InUse() >= P.InUse() ? *this : P;
-  for (std::size_t i = 0; i < std::min(InUse(), P.InUse()); ++i) result.Items[i] = std::max(Items[i], P.Items[i]);
+// Choose makes the coordinates that both have; the longer point gives the rest.
+template <class TChoose>
+TPointXD TPointXD::Extreme(const TPointXD& P, const TPointXD& Q, TChoose&& Choose) {
+  const TPointXD& longer = P.InUse() >= Q.InUse() ? P : Q;
+  TPointXD result = Combine(longer.InUse(), longer, longer, [](double Value, double) { return Value; });
+  for (std::size_t i = 0; i < std::min(P.InUse(), Q.InUse()); ++i) result.Items[i] = Choose(P.Items[i], Q.Items[i]);
   return result;
 }
 
+TPointXD TPointXD::ExtMax(const TPointXD& P) const {
+  return Extreme(*this, P, [](double A, double B) { return std::max(A, B); });
+}
+
 TPointXD TPointXD::ExtMin(const TPointXD& P) const {
-  TPointXD result = InUse() >= P.InUse() ? *this : P;
-  for (std::size_t i = 0; i < std::min(InUse(), P.InUse()); ++i) result.Items[i] = std::min(Items[i], P.Items[i]);
-  return result;
+  return Extreme(*this, P, [](double A, double B) { return std::min(A, B); });
 }
 
 std::string TPointXD::ToString() const {

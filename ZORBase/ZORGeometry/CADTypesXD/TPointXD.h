@@ -110,6 +110,8 @@ struct ZORBASE_API TPointXD {
 
   template <class TFunction>
   static TPointXD Combine(std::size_t Count, const TPointXD& P, const TPointXD& Q, TFunction&& Function);
+  template <class TChoose>
+  static TPointXD Extreme(const TPointXD& P, const TPointXD& Q, TChoose&& Choose);
 };
 
 }  // namespace ZORBase

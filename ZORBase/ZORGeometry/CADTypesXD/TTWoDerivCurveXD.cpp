@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace ZORBase {
 namespace {
@@ -19,6 +20,9 @@ constexpr double kDamping = 0.6;
 
 // A derivative shorter than this has no direction.
 constexpr double kZeroLength = 1e-12;
+
+// A curvature takes products of three derivatives; up to here they are far from overflow in any dimension.
+constexpr double kFarthest = 1e100;
 
 double ClampedWeight(double Weight) { return std::clamp(Weight, 0.0, 1.0); }
 
@@ -96,11 +100,14 @@ double JointCurvError(const TBezInfo& A, const TBezInfo& B) {
 
 // ---------------------------------------------------------------------------------------------- refusals
 
-void RequireFinite(const TList<TPointXD>& Points) {
+// Stored numbers count as far as the longest point reaches: there they are read where dimensions meet.
+void RequireMeasurable(const TList<TPointXD>& Points) {
+  TPointXD widest;
+  for (const TPointXD& point : Points) widest.FDimension = std::max(widest.FDimension, point.FDimension);
   for (int i = 0; i < Points.Count(); ++i) {
-    if (std::isfinite((Points[i] * 2.0).Mag())) continue;
+    if ((Points[i] + widest).Mag() <= kFarthest) continue;
     RaiseGeneralError("TTWoDerivCurveXD.CreateCorss: point " + std::to_string(i) +
-                      " (counted from 0) is not finite, or too large for its length to be measured");
+                      " (counted from 0) is not finite, or farther than 1e100 from the origin");
   }
 }
 
@@ -119,14 +126,17 @@ bool TTWoDerivCurveXD::CreateCorss(const TList<TPointXD>& ctrlPt) {
   if (FCtrlPtList.Count() > 0) {
     RaiseGeneralError("TTWoDerivCurveXD.CreateCorss: the object has its curve already; use a new one for another");
   }
-  RequireFinite(ctrlPt);
+  RequireMeasurable(ctrlPt);
   RequireChords(ctrlPt);
-  InitialThs(ctrlPt);
-  UpDateDeriv();
+  TTWoDerivCurveXD curve;  // built aside: a failure on the way leaves this one as it was
+  curve.FRenderPath = FRenderPath;
+  curve.InitialThs(ctrlPt);
+  curve.UpDateDeriv();
   for (int k = 0; k < kCorrectionSteps; ++k) {
-    IterDumb();
-    UpDateDeriv();
+    curve.IterDumb();
+    curve.UpDateDeriv();
   }
+  *this = std::move(curve);
   Render();
   return true;
 }
@@ -182,7 +192,8 @@ TBezInfo TTWoDerivCurveXD::GetThs(int i) const {
 
 void TTWoDerivCurveXD::Render() const {
   if (!FRenderPath) return;
-  for (int i = 0; i < FPtLenList.Count(); ++i) FRenderPath(CreateBez(GetThs(i)));
+  const TRenderPath render = FRenderPath;  // stays alive when the callback sets another one
+  for (int i = 0; i < FPtLenList.Count(); ++i) render(CreateBez(GetThs(i)));
 }
 
 }  // namespace ZORBase

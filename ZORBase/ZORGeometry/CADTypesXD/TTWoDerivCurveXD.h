@@ -34,14 +34,14 @@ using TRenderPath = std::function<void(const TCubicBezXD&)>;
 /// Each inner point Q(j+1) has a weight in [0, 1], the share of the incoming chord's direction in its tangent.
 class ZORBASE_API TTWoDerivCurveXD {
  public:
-  /// Sets what takes the segments; an empty one takes none.
+  /// Sets what takes the segments; an empty one takes none. One set during a delivery takes none of that delivery.
   void SetRenderPath(TRenderPath path) { FRenderPath = std::move(path); }
 
   /// Builds the curve through ctrlPt and hands its segments to the callback, each starting and ending in its points exactly.
   /// \return false, with nothing changed, for fewer than 3 points.
-  /// \throws the general error, before anything is changed or delivered, for a point that is not finite, for an inner point
-  ///         whose two chords are both without length (its index is named), and for a second curve. What the callback raises
-  ///         passes through. Cost O(number of points).
+  /// \throws the general error, before anything is changed or delivered, for a point that is not finite or farther than 1e100
+  ///         from the origin, for an inner point whose two chords are both without length (the index is named), and for a
+  ///         second curve. What the callback raises passes through. Cost O(number of points).
   bool CreateCorss(const TList<TPointXD>& ctrlPt);
 
   const TList<TPointXD>& CtrlPtList() const { return FCtrlPtList; }
