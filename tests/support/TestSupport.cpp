@@ -6,6 +6,15 @@
 #include <random>
 
 namespace ZORBase::Test {
+namespace {
+
+struct TDecimalComma : std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+}  // namespace
 
 TPoint6DList PosesFrom(std::initializer_list<std::string_view> Lines) {
   TPoint6DList poses;
@@ -41,6 +50,8 @@ void WriteFile(const std::string& FileName, std::string_view Text) {
 }
 
 std::string SampleFile(std::string_view Name) { return std::string(ZORBASE_SAMPLE_DATA) + "/" + std::string(Name); }
+
+std::locale DecimalCommaLocale() { return {std::locale::classic(), new TDecimalComma}; }
 
 }  // namespace ZORBase::Test
 

@@ -6,6 +6,7 @@
 //   FileText, WriteFile      whole files as bytes
 //   SampleFile               measured data
 //   TLocaleGuard             another global locale for a scope
+//   DecimalCommaLocale       a locale that writes 1.234.567,5 and needs nothing installed
 #pragma once
 
 #include <ZORBase/ZORGeometry/CADTypes6D.h>
@@ -110,6 +111,9 @@ class TLocaleGuard {
  private:
   std::locale FBefore;
 };
+
+/// \return a locale without a name that has a decimal comma and groups digits by points.
+std::locale DecimalCommaLocale();
 
 }  // namespace ZORBase::Test
 

@@ -1,7 +1,7 @@
 #include <ZORBase/ZORBaseAlg/uWcsPtInterpolator.h>
 #include <ZORBase/ZORGeometry/CADTypesEuler.h>
 
-#include "support/TFileSizeLimit.h"
+#include "support/SystemLimits.h"
 #include "support/TestSupport.h"
 
 #include <limits>

@@ -1,6 +1,6 @@
 #include <ZORBase/ZORGeometry/CADTypesEuler.h>
 
-#include "support/TFileSizeLimit.h"
+#include "support/SystemLimits.h"
 #include "support/TestSupport.h"
 
 #include <numbers>
