@@ -59,7 +59,10 @@ namespace ZORBase {
 
 void PrintTo(const TPoint6D& P, std::ostream* Stream) {
   std::string text;
-  for (int i = 0; i < 6; ++i) text += (i == 0 ? "(" : ", ") + FloatToStr(P.Items(i));
+  for (int i = 0; i < 6; ++i) {
+    text += i == 0 ? "(" : ", ";
+    text += FloatToStr(P.Items(i));
+  }
   *Stream << text << ")";
 }
 
