@@ -49,7 +49,7 @@ void WriteFile(const std::string& FileName, std::string_view Text) {
   file << Text;
 }
 
-std::string SampleFile(std::string_view Name) { return std::string(ZORBASE_SAMPLE_DATA) + "/" + std::string(Name); }
+std::string SampleFile(std::string_view Name) { return (std::filesystem::path(ZORBASE_SAMPLE_DATA) / Name).string(); }
 
 std::locale DecimalCommaLocale() { return {std::locale::classic(), new TDecimalComma}; }
 
