@@ -13,23 +13,6 @@ constexpr int kDegree = TNurbsBasicFunc::kDegree;
 
 TPoint6D Between(const TPoint6D& P, const TPoint6D& Q, double t) { return P + (Q - P) * t; }
 
-// ------------------------------------------------------------------------------------------------ pieces
-
-// The blossom of the polynomial of knot span s at three parameters: de Boor's algorithm with an argument of its own in each
-// of its rounds. All differences below span the piece, so none of them is small.
-TPoint6D Blossom(std::span<const double> U, std::span<const TPoint6D> P, std::size_t s,
-                 const std::array<double, 3>& Args) {
-  std::array<TPoint6D, 4> d = {P[s - 3], P[s - 2], P[s - 1], P[s]};
-  for (std::size_t r = 1; r <= 3; ++r) {
-    for (std::size_t j = 3; j >= r; --j) {
-      const double from = U[s - 3 + j];
-      const double to = U[s + 1 + j - r];
-      d[j] = Between(d[j - 1], d[j], (Args[r - 1] - from) / (to - from));
-    }
-  }
-  return d[3];
-}
-
 // ------------------------------------------------------------------------------------------------ distance
 
 // The distance of P from the straight line between two poses.
@@ -185,15 +168,8 @@ double TPathPiece::CurvatureAt(double t) const { return TMotion(*this).Curvature
 int PieceCount(const TNurbs6D& Curve) { return Curve.pCount() - kDegree; }
 
 TPathPiece PieceOf(const TNurbs6D& Curve, int Index) {
-  const std::span<const double> U = Curve.BasicFun().uArr();
-  const std::span<const TPoint6D> P = Curve.pointArr();
-  const auto s = static_cast<std::size_t>(Index + kDegree);
-  const double a = U[s];
-  const double b = U[s + 1];
-  return {{Blossom(U, P, s, {a, a, a}), Blossom(U, P, s, {a, a, b}), Blossom(U, P, s, {a, b, b}),
-           Blossom(U, P, s, {b, b, b})},
-          a,
-          b};
+  const int span = Index + kDegree;
+  return {Curve.SpanBezier(span), Curve.BasicFun().Items(span), Curve.BasicFun().Items(span + 1)};
 }
 
 double LargestMiss(const TNurbs6D& Curve, const TPoint6DList& Poses) {

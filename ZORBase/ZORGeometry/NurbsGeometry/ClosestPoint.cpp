@@ -45,29 +45,6 @@ bool IsConcave(TSextic D) {
   return IsConvex(D);
 }
 
-// The Bezier points of the curve over the knot interval Span, by blossoming its control points (de Boor's scheme with mixed
-// arguments).
-template <class TPoint>
-std::array<TPoint, 4> BezierPoints(std::span<const double> U, std::span<const TPoint> P, std::size_t Span) {
-  const double from = U[Span];
-  const double to = U[Span + 1];
-  std::array<TPoint, 4> bezier;
-  for (std::size_t point = 0; point < 4; ++point) {
-    std::array<TPoint, 4> d = {P[Span - 3], P[Span - 2], P[Span - 1], P[Span]};
-    for (std::size_t level = 1; level <= 3; ++level) {
-      const double argument = level <= point ? to : from;
-      for (std::size_t i = 3; i >= level; --i) {
-        const double low = U[Span - 3 + i];
-        const double high = U[Span + 1 + i - level];
-        const double weight = (argument - low) / (high - low);
-        d[i] = d[i - 1] * (1.0 - weight) + d[i] * weight;
-      }
-    }
-    bezier[point] = d[3];
-  }
-  return bezier;
-}
-
 // |C - Point|^2 over a span: coefficient k is the mean of the products b[i] . b[j], i + j = k, weighted with binomials.
 template <class TPoint>
 TSextic SquaredDistance(std::array<TPoint, 4> B, const TPoint& Point) {

@@ -109,4 +109,26 @@ void CurveDerivs(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double
   for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendPoints<TPoint>(P, span, nders[k]);
 }
 
+/// \return the Bezier points of the curve over the knot interval Span, 3 to pCount - 1, which is not empty: its control points
+///         blossomed, that is de Boor's scheme with an argument of its own, an end of the interval, at each level.
+template <class TPoint>
+std::array<TPoint, 4> BezierPoints(std::span<const double> U, std::span<const TPoint> P, std::size_t Span) {
+  const double from = U[Span];
+  const double to = U[Span + 1];
+  std::array<TPoint, 4> bezier;
+  for (std::size_t point = 0; point < 4; ++point) {
+    std::array<TPoint, 4> d = {P[Span - 3], P[Span - 2], P[Span - 1], P[Span]};
+    for (std::size_t level = 1; level <= 3; ++level) {
+      const double argument = level <= point ? to : from;
+      for (std::size_t i = 3; i >= level; --i) {
+        const double low = U[Span - 3 + i];
+        const double high = U[Span + 1 + i - level];
+        d[i] = d[i - 1] + (d[i] - d[i - 1]) * ((argument - low) / (high - low));
+      }
+    }
+    bezier[point] = d[3];
+  }
+  return bezier;
+}
+
 }  // namespace ZORBase

@@ -61,6 +61,17 @@ TClosestPoint<TPoint> TNurbsCurve<TPoint>::ClosestPoint(const TPoint& point) con
 }
 
 template <class TPoint>
+std::array<TPoint, 4> TNurbsCurve<TPoint>::SpanBezier(int Span) const {
+  const std::span<const double> U = FBasicFun.uArr();
+  const auto span = static_cast<std::size_t>(Span);
+  if (Span < TNurbsBasicFunc::kDegree || Span >= pCount() || !(U[span] < U[span + 1])) {
+    RaiseGeneralError(CurveOperation<TPoint>("SpanBezier") + ": the knot interval " + std::to_string(Span) +
+                      " is empty, or does not exist");
+  }
+  return BezierPoints(U, pointArr(), span);
+}
+
+template <class TPoint>
 bool TNurbsCurve<TPoint>::GetIsClosed() const {
   RequireControlPoints();
   return Distance(FPoints.front(), FPoints.back()) < kSmallestChord;

@@ -11,6 +11,7 @@
 #include <ZORBase/common/Cadtypes/TMatrix2D.h>
 #include <ZORBase/common/Export.h>
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -63,6 +64,11 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   ///         O(number of spans).
   /// \throws the general error for other knots, and for a point that is not finite.
   TClosestPoint<TPoint> ClosestPoint(const TPoint& point) const;
+
+  /// \return the control points of the Bezier segment that the curve is over the knot interval Span, from U[Span] to
+  ///         U[Span+1]. Of a fitted curve, interval 3 + i lies between the points i and i+1.
+  /// \throws the general error unless 3 <= Span < pCount and the interval is not empty.
+  std::array<TPoint, 4> SpanBezier(int Span) const;
 
   /// \return whether the first and the last control point are closer than 1e-6.
   bool GetIsClosed() const;

@@ -200,6 +200,34 @@ TEST(ClosestPoint, KnotsThatAreNotClampedAndPointsThatAreNotFiniteRaise) {
       RaisesGeneralError(testing::HasSubstr("no control points")));
 }
 
+// ---------------------------------------------------------------------------------------------- Bezier segments
+
+TEST(SpanBezier, IsTheCurveBetweenTwoOfItsPoints) {
+  std::mt19937_64 random(14);
+  const TNurbs2D curve = WanderingCurve(random, 9);
+  for (int span = 3; span < curve.pCount(); ++span) {
+    const auto b = curve.SpanBezier(span);
+    const double from = curve.BasicFun().Items(span);
+    const double to = curve.BasicFun().Items(span + 1);
+    for (const double t : {0.0, 0.25, 0.5, 0.875, 1.0}) {
+      const double r = 1 - t;
+      const TPoint2D point = b[0] * (r * r * r) + b[1] * (3 * r * r * t) + b[2] * (3 * r * t * t) + b[3] * (t * t * t);
+      const TPoint2D expected = curve.EvalPoint(from + (to - from) * t);
+      EXPECT_NEAR(point.X, expected.X, 1e-11);
+      EXPECT_NEAR(point.Y, expected.Y, 1e-11);
+    }
+  }
+}
+
+TEST(SpanBezier, IntervalsThatAreEmptyOrMissingRaise) {
+  const TNurbs2D curve = QuarterCircle(10, 4);
+  for (const int span : {-1, 0, 2, curve.pCount(), 1000000}) {
+    EXPECT_THAT([&] { (void)curve.SpanBezier(span); },
+                RaisesGeneralError(testing::HasSubstr("is empty, or does not exist")));
+  }
+  EXPECT_THAT([] { (void)TNurbs2D().SpanBezier(3); }, RaisesGeneralError(testing::_));
+}
+
 // ---------------------------------------------------------------------------------------------- curvature
 
 TEST(Curvature, AnArcHasTheReciprocalOfItsRadius) {
