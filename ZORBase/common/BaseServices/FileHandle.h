@@ -1,10 +1,8 @@
 #pragma once
 
-#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <system_error>
 
 namespace ZORBase {
 
@@ -20,7 +18,7 @@ inline TFileHandle BorrowedFile(std::FILE* File) {
   return {File, [](std::FILE*) { return 0; }};
 }
 
-/// \return the system's words for the last error of a file operation.
-inline std::string LastFileError() { return std::generic_category().message(errno); }
+/// \return the system's English words for the last error of a file operation, whatever the locale.
+std::string LastFileError();
 
 }  // namespace ZORBase
