@@ -175,6 +175,7 @@ void AppendFixed(std::string& Text, double Value, int Decimals, TNumberForm Form
 }
 
 std::string FloatToStr(double Value) {
+  if (std::isnan(Value)) return "nan";
   std::array<char, 64> buffer{};
   const auto printed =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), Value, std::chars_format::general, kGeneralDigits);
@@ -203,20 +204,23 @@ std::string FormatArgs(std::string_view Pattern, std::span<const TFormatArg> Arg
 }
 
 std::string LocaleDecimalPoint() {
-  const char point = std::use_facet<std::numpunct<char>>(std::locale()).decimal_point();
-  const bool isAscii = static_cast<unsigned char>(point) < 128;
-  if (isAscii && point != '.') return std::string(1, point);
-  return std::localeconv()->decimal_point;
+  const std::locale locale;
+  const char point = std::use_facet<std::numpunct<char>>(locale).decimal_point();
+  // A facet of char holds no more than the first byte of a point that has several, as in ps_AF; the C locale has it whole.
+  const bool isWhole = static_cast<unsigned char>(point) < 128;
+  return isWhole && locale != std::locale::classic() ? std::string(1, point) : std::localeconv()->decimal_point;
 }
 
 std::string Shortened(std::string_view Text) {
-  if (Text.size() <= kQuotedTextLimit) return std::string(Text);
-  std::size_t length = kQuotedTextLimit;
+  std::size_t length = std::min(Text.size(), kQuotedTextLimit);
   const auto isContinuation = [&](std::size_t Place) {
     return (static_cast<unsigned char>(Text[Place]) & 0xC0U) == 0x80U;
   };
-  while (length > 0 && isContinuation(length)) --length;
-  return std::string(Text.substr(0, length)) + "...";
+  while (length > 0 && length < Text.size() && isContinuation(length)) --length;
+  std::string text;
+  for (const char character : Text.substr(0, length))
+    text += character == '\0' ? "\\0" : std::string_view(&character, 1);
+  return length < Text.size() ? text + "..." : text;
 }
 
 }  // namespace ZORBase

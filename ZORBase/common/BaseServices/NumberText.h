@@ -49,8 +49,9 @@ ZORBASE_API std::string NumberErrorText(std::string_view Text, TNumberStatus Sta
 /// "nan", "inf" and "-inf".
 ZORBASE_API void AppendFixed(std::string& Text, double Value, int Decimals, TNumberForm Form = nf1033);
 
-/// \return Value with up to 15 significant digits in the shorter of fixed and exponent form ("0.1", "1e+20"), with the
-///         decimal point of the current locale.
+/// \return Value with up to 15 significant digits and the decimal point of the current locale: in fixed form from 0.0001
+///         up to 15 digits before the point ("0.1", "100000"), in exponent form outside of that ("1e+20"). Nan and
+///         infinities as AppendFixed writes them.
 ZORBASE_API std::string FloatToStr(double Value);
 
 /// One argument of Format: an integer, a real number or a text.
@@ -98,7 +99,8 @@ std::string Format(std::string_view Pattern, const TArgs&... Args) {
 ///         the C locale.
 ZORBASE_API std::string LocaleDecimalPoint();
 
-/// \return Text, or its beginning and "..." where it is too long for a message; a UTF-8 character is never cut.
+/// \return Text as a message quotes it: only its beginning and "..." where it is too long, never with half a UTF-8
+///         character, and with "\0" for a byte 0, which would end the message.
 ZORBASE_API std::string Shortened(std::string_view Text);
 
 }  // namespace ZORBase
