@@ -53,7 +53,8 @@ bool TTextFileReader::Next() {
   }
 }
 
-// Moves what is left to the front of the buffer, grows it where a line fills it, and reads what has room.
+// Moves what is left to the front of the buffer, grows it where a line fills it, up to the limit and a line end, and reads
+// what has room.
 void TTextFileReader::FetchMore() {
   std::copy(FBuffer.begin() + static_cast<std::ptrdiff_t>(FBegin), FBuffer.begin() + static_cast<std::ptrdiff_t>(FEnd),
             FBuffer.begin());
@@ -63,7 +64,7 @@ void TTextFileReader::FetchMore() {
     RaiseGeneralError("\"" + FName + "\" has a line of more than " + std::to_string(kLineLimit) +
                       " bytes; it is no text file of points");
   }
-  if (FEnd == FBuffer.size()) FBuffer.resize(std::max(kBlockSize, 2 * FBuffer.size()));
+  if (FEnd == FBuffer.size()) FBuffer.resize(std::min(std::max(kBlockSize, 2 * FBuffer.size()), kLineLimit + 1));
   errno = 0;
   const std::size_t wanted = FBuffer.size() - FEnd;
   const std::size_t got = std::fread(FBuffer.data() + FEnd, 1, wanted, FFile.get());
