@@ -20,11 +20,7 @@ void LoadPointList(const std::string& FileName, std::string_view ListName, TList
   Points.Clear();
   int lineIndex = 0;
   try {
-    TTextFileReader lines(FileName);
-    for (int i = 0; lines.Next(); ++i) {
-      lineIndex = i;
-      Points.Add(TPoint::Parse1033(lines.Line()));
-    }
+    for (TTextFileReader lines(FileName); lines.Next(); ++lineIndex) Points.Add(TPoint::Parse1033(lines.Line()));
   } catch (const std::exception& Error) {
     RaiseGeneralError(std::string(ListName) + " LoadFromFile Fail: " + FileName + " Line " +
                       std::to_string(lineIndex + 1) + ". \r\n" + Error.what());
