@@ -17,8 +17,11 @@
 namespace ZORBase {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::size_t kPendingLimit = std::size_t{256} << 10U;
 constexpr int kNameAttempts = 16;
+constexpr int kLinkLimit = 40;  // as many as Linux follows
 
 // A save must outlive a loss of power: without this the new name could stand for an empty file afterwards.
 bool BringToDisk([[maybe_unused]] std::FILE* File) {
@@ -27,6 +30,15 @@ bool BringToDisk([[maybe_unused]] std::FILE* File) {
 #else
   return true;
 #endif
+}
+
+// The file that a chain of symbolic links ends at, there or not yet. A loop gives one of its links.
+fs::path EndOfLinks(fs::path Path) {
+  std::error_code ignored;
+  for (int i = 0; i < kLinkLimit && fs::is_symlink(Path, ignored); ++i) {
+    Path = Path.parent_path() / fs::read_symlink(Path, ignored);
+  }
+  return Path;
 }
 
 std::string WithRandomSuffix(const std::string& FileName) {
@@ -38,16 +50,16 @@ std::string WithRandomSuffix(const std::string& FileName) {
 }  // namespace
 
 TTextFileWriter::TTextFileWriter(const std::string& FileName)
-    : FName(FileName), FTarget(FileName), FFile(OwnedFile(nullptr)) {
-  namespace fs = std::filesystem;
-  std::error_code ignored;
-  if (fs::is_symlink(FTarget, ignored)) {
-    if (const fs::path target = fs::weakly_canonical(FTarget, ignored); !ignored) FTarget = target.string();
+    : FName(FileName), FTarget(EndOfLinks(FileName).string()), FFile(OwnedFile(nullptr)) {
+  std::error_code error;
+  const fs::file_status status = fs::status(FTarget, error);
+  if (!fs::status_known(status)) {
+    errno = error.value();
+    RaiseWriteError();
   }
-  const fs::file_status status = fs::status(FTarget, ignored);
   if (!fs::exists(status) || fs::is_regular_file(status)) {
     OpenBeside();
-    if (fs::exists(status)) fs::permissions(FBeside, status.permissions(), ignored);
+    if (fs::exists(status)) fs::permissions(FBeside, status.permissions(), error);
   } else {
     errno = 0;
     FFile = OwnedFile(std::fopen(FTarget.c_str(), "wb"));
@@ -76,16 +88,18 @@ void TTextFileWriter::OpenBeside() {
 }
 
 void TTextFileWriter::Write(std::string_view Text) {
+  RequireOpen();
   FPending += Text;
   if (FPending.size() >= kPendingLimit) Flush();
 }
 
 void TTextFileWriter::WriteLine(std::string_view Line) {
-  FPending += Line;
+  Write(Line);
   Write("\r\n");
 }
 
 void TTextFileWriter::Commit() {
+  RequireOpen();
   Flush();
   errno = 0;
   if (std::fflush(FFile.get()) != 0) RaiseWriteError();
@@ -94,7 +108,7 @@ void TTextFileWriter::Commit() {
   const bool isClosed = std::fclose(FFile.release()) == 0;
   if (!isOnDisk || !isClosed) RaiseWriteError();
   std::error_code error;
-  std::filesystem::rename(FBeside, FTarget, error);
+  fs::rename(FBeside, FTarget, error);
   if (error) {
     errno = error.value();
     RaiseWriteError();
@@ -107,6 +121,10 @@ void TTextFileWriter::Flush() {
   const std::size_t written = std::fwrite(FPending.data(), 1, FPending.size(), FFile.get());
   if (written != FPending.size()) RaiseWriteError();
   FPending.clear();
+}
+
+void TTextFileWriter::RequireOpen() const {
+  if (!FFile) RaiseGeneralError("\"" + FName + "\" takes nothing more after its Commit");
 }
 
 void TTextFileWriter::RaiseWriteError() const {

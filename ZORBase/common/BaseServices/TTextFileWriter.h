@@ -12,7 +12,7 @@ namespace ZORBase {
 /// Writes a text file so that its name never stands for half a file: the lines go into a file beside it, which takes
 /// over the name in Commit. Without a Commit, or when something fails, the file is as it was before.
 ///
-/// A symbolic link is followed and the permissions of an existing file are kept. What is not a regular file (a device, a
+/// A symbolic link is followed, to where its target is or will be, and the permissions of an existing file are kept. What is not a regular file (a device, a
 /// named pipe) is written straight into.
 class ZORBASE_API TTextFileWriter {
  public:
@@ -32,12 +32,14 @@ class ZORBASE_API TTextFileWriter {
   /// Adds a line, ended by CR LF.
   void WriteLine(std::string_view Line);
 
-  /// Brings everything to the disk and gives the file its name. \throws the general error when that fails.
+  /// Brings everything to the disk and gives the file its name; the file takes nothing more after that. A device, a pipe
+  /// and a stream stay open. \throws the general error when that fails.
   void Commit();
 
  private:
   void OpenBeside();
   void Flush();
+  void RequireOpen() const;
   [[noreturn]] void RaiseWriteError() const;
 
   std::string FName;    // as the caller gave it, for messages
