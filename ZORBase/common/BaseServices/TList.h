@@ -39,8 +39,8 @@ class TList {
   /// Inserts Value before the item Index; Index = Count appends.
   /// \throws the general error "List index out of bounds (N)" for an index outside 0..Count.
   void Insert(int Index, const T& Value) {
-    if (Index != Count()) CheckedIndex(Index);
-    FItems.insert(FItems.begin() + Index, Value);
+    const std::size_t place = Index == Count() ? FItems.size() : CheckedIndex(Index);
+    FItems.insert(FItems.begin() + static_cast<std::ptrdiff_t>(place), Value);
   }
 
   /// Removes the item Index. \throws the general error "List index out of bounds (N)".
