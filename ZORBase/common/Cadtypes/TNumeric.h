@@ -54,7 +54,8 @@ struct ZORBASE_API TNumeric {
     return half * sum;
   }
 
-  /// \return the N nodes in rising order, each exact to the last bit. A rule is computed at its first use and kept.
+  /// \return the N nodes in rising order, their places exact to the last bit and their weights to a few; with 14 points the
+  ///         weights are exact, too. A rule is computed at its first use and kept.
   /// \throws the general error for N outside 1..kGaussPointLimit.
   static std::span<const TGaussNode> GaussLegendreRule(int N);
 };
