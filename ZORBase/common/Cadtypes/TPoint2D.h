@@ -4,7 +4,7 @@
 
 namespace ZORBase {
 
-/// A point or vector of the plane.
+/// A point or vector of the plane. Lengths come from plain sums of squares, so they hold from about 1e-150 to 1e150.
 struct ZORBASE_API TPoint2D {
   double X = 0.0;
   double Y = 0.0;

@@ -5,7 +5,7 @@
 
 namespace ZORBase {
 
-/// A point or vector of space.
+/// A point or vector of space. Lengths come from plain sums of squares, so they hold from about 1e-150 to 1e150.
 struct ZORBASE_API TPoint3D {
   double X = 0.0;
   double Y = 0.0;
@@ -38,8 +38,8 @@ struct ZORBASE_API TPoint3D {
     return Create(Y * Q.Z - Z * Q.Y, Z * Q.X - X * Q.Z, X * Q.Y - Y * Q.X);
   }
 
-  /// \return the unsigned angle between the two directions in radians, 0 to pi: atan2(|Self x Q|, Self . Q), exact to
-  ///         rounding at every angle; 0 when either vector is zero.
+  /// \return the unsigned angle between the two directions in radians, 0 to pi: atan2(|Self x Q|, Self . Q), good to some
+  ///         1e-16 at every angle, 0 and pi included; 0 when either vector is zero.
   double AngleBetween(const TPoint3D& Q) const;
 
   /// \return the distance of the two points seen along Z.
