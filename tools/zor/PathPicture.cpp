@@ -214,7 +214,7 @@ void AppendView(std::string& Script, const TPathPicture& Picture, const TScene& 
 // The scale of the curvature: logarithmic where its peaks stand far above the rest. Values below the axis lie on it.
 std::string CurvatureScale(const TPathPicture& Picture) {
   constexpr double kFarAbove = 50.0;
-  constexpr double kShownRange = 1e7;  // what is straight but for rounding lies below
+  constexpr double kShownRange = 1e9;  // what is straight but for rounding lies below
   std::vector<double> values = {0.0};
   for (const TDrawnPath& path : Picture.Paths) {
     for (const TCurvatureSample& sample : path.Curvature) values.push_back(sample.Curvature);
