@@ -115,8 +115,8 @@ void EvaluateAll(std::string_view Name, const TBlend& Blend, std::span<const dou
   std::transform(t.begin(), t.end(), Results.begin(), [&](double parameter) { return Blend.At(parameter); });
 }
 
-// The inner control orientation at q, between the neighbours q0 and q2: with it the spans on either side of q meet with the
-// same angular velocity.
+// The inner control orientation at q, between the neighbours q0 and q2: with it the spans on either side of q meet with
+// the same angular velocity.
 TQuaternion ControlOrientation(const TQuaternion& q0, const TQuaternion& q, const TQuaternion& q2) {
   const TPoint3D before = q0.Conj().QuaternionMul(q).Log();
   const TQuaternion step = q.Conj().QuaternionMul(q2);
@@ -180,7 +180,7 @@ TMatrix4D Squad4DMatrix(double t, const TMatrix4D& m0, const TMatrix4D& m1, cons
   return PoseOf(q, BlendedTranslation(ClampedToUnit(t), m1, m2));
 }
 
-// ---------------------------------------------------------------------------------------------- blends at many parameters
+// ---------------------------------------------------------------------------------------------- many parameters
 
 void NLerpQuaternions(std::span<const double> t, const TQuaternion& q1, const TQuaternion& q2,
                       std::span<TQuaternion> Results) {

@@ -160,7 +160,7 @@ void TMatrix4D::SetColVector(std::uint8_t AIndex, const TPoint3D& V) {
   fm[2][j] = V.Z;
 }
 
-// ---------------------------------------------------------------------------------------------- composing and inverting
+// ---------------------------------------------------------------------------------------------- composing, inverting
 
 void TMatrix4D::Multiply(const TMatrix4D& M, bool APost) {
   if (M.isIdent()) return;
@@ -288,8 +288,8 @@ void TMatrix4D::CreateFromEulerAngleZYX(const TPoint6D& P) {
   Translate(P.GetPoint());
 }
 
-// Undoing Rx(alpha) from the left leaves Ry(beta) Rz(gamma), whose first row has sin beta and cos beta, and whose middle
-// row is (sin gamma, cos gamma, 0).
+// Undoing Rx(alpha) from the left leaves Ry(beta) Rz(gamma), whose first row has sin beta and cos beta, and whose
+// middle row is (sin gamma, cos gamma, 0).
 TPoint6D TMatrix4D::Matrix4DToEulerAngleXYZ() const {
   const bool isLocked = fEqual(fm[1][2], 0.0, kEqualTolerance) && fEqual(fm[2][2], 0.0, kEqualTolerance);
   const double alpha = isLocked ? 0.0 : ArcTan2(-fm[1][2], fm[2][2]);
@@ -299,8 +299,8 @@ TPoint6D TMatrix4D::Matrix4DToEulerAngleXYZ() const {
   return TPoint6D::Create(GetTranslationPt(), TPoint3D::Create(alpha, beta, gamma));
 }
 
-// Undoing Rx(alpha) from the right leaves Rz(gamma) Ry(beta), whose last row has -sin beta and cos beta, and whose middle
-// column is (-sin gamma, cos gamma, 0).
+// Undoing Rx(alpha) from the right leaves Rz(gamma) Ry(beta), whose last row has -sin beta and cos beta, and whose
+// middle column is (-sin gamma, cos gamma, 0).
 TPoint6D TMatrix4D::Matrix4DToEulerAngleZYX() const {
   const bool isLocked = fEqual(fm[2][1], 0.0, kEqualTolerance) && fEqual(fm[2][2], 0.0, kEqualTolerance);
   const double alpha = isLocked ? 0.0 : ArcTan2(fm[2][1], fm[2][2]);
@@ -329,8 +329,9 @@ bool TMatrix4D::Matrix4DToVecAng(const TPoint3D& AVec, double& AAngle) const {
   return turn == *this;
 }
 
-// With half angles, (cos2, b sin2) (cos1, a sin1) = (cos1 cos2 - sin1 sin2 b.a, b cos1 sin2 + a sin1 cos2 + b x a sin1 sin2):
-// the coordinates p of the vector part in the frame (b, a, b x a) and the real part give the half sum and half difference.
+// With half angles, (cos2, b sin2) (cos1, a sin1) has the real part cos1 cos2 - sin1 sin2 b.a and the vector part
+// b cos1 sin2 + a sin1 cos2 + b x a sin1 sin2. Its coordinates p in the frame (b, a, b x a) and the real part give sine
+// and cosine of the half sum and the half difference.
 bool TMatrix4D::Matrix4DToVecAng(const TPoint3D& AVec1, const TPoint3D& AVec2, double& AAngle1, double& AAngle2) const {
   const TPoint3D a = AVec1.Normal();
   const TPoint3D b = AVec2.Normal();

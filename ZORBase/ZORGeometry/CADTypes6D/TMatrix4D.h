@@ -12,17 +12,17 @@
 
 namespace ZORBase {
 
-/// A transform of space: a point p goes to R p + t, a vector v to R v. The columns of R are the images of the axes X, Y, Z.
-/// Nothing keeps R a rotation: sums, multiples and Create with numbers make any affine transform.
+/// A transform of space: a point p goes to R p + t, a vector v to R v. The columns of R are the images of the axes X,
+/// Y, Z. Nothing keeps R a rotation: sums, multiples and Create with numbers make any affine transform.
 ///
-/// fm[i][0..2] is row i of R, fm[0..2][3] the translation t; the bottom row (0, 0, 0, 1) is implied. All zero by default.
-/// Angles are radians; lengths are in the caller's unit.
+/// fm[i][0..2] is row i of R, fm[0..2][3] the translation t; the bottom row (0, 0, 0, 1) is implied. All zero by
+/// default. Angles are radians; lengths are in the caller's unit.
 struct ZORBASE_API TMatrix4D {
   std::array<std::array<double, 4>, 3> fm{};
 
-  /// Entries that differ by at most this are equal. Absolute, the same for a direction cosine and a length. A matrix whose
-  /// entries are all less than this away from the identity's counts as the identity, also where it is multiplied, inverted
-  /// or applied.
+  /// Entries that differ by at most this are equal. Absolute, the same for a direction cosine and a length. A matrix
+  /// whose entries are all less than this away from the identity's counts as the identity, also where it is multiplied,
+  /// inverted or applied.
   static constexpr double kEqualTolerance = 1e-6;
 
   /// A point or vector with a coordinate above this is no place in the work space: it passes a transform untouched.
@@ -58,12 +58,12 @@ struct ZORBASE_API TMatrix4D {
 
   /// The rotation that turns AFrom onto ATo the shortest way. Opposite vectors leave the axis open: they give the point
   /// reflection R = -I, which is no rotation.
-  /// \throws the general error "two vectors mag not equal!!!" when the squares of the two lengths differ by more than 1e-4 (it
-  ///         is about lengths, on purpose), and "vec mag too small!!!" when one of them is below 1e-4.
+  /// \throws the general error "two vectors mag not equal!!!" when the squares of the two lengths differ by more than
+  ///         1e-4 (it is about lengths, on purpose), and "vec mag too small!!!" when one of them is below 1e-4.
   static TMatrix4D Create(const TPoint3D& AFrom, const TPoint3D& ATo);
 
-  /// Overwrites this matrix: values 0..8 are R row by row, values 9..11 are t. With 9 to 11 values t stays as it is; with
-  /// fewer than 9 everything does.
+  /// Overwrites this matrix: values 0..8 are R row by row, values 9..11 are t. With 9 to 11 values t stays as it is;
+  /// with fewer than 9 everything does.
   void Create(std::span<const double> AValues);
 
   static constexpr TMatrix4D ReturnIdentityMatrix() { return Create(1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0); }
@@ -102,15 +102,16 @@ struct ZORBASE_API TMatrix4D {
 
   // -------------------------------------------------------------------------------------- composing and inverting
 
-  /// Self * M with APost, M * Self without. M may be this matrix itself. The entries of R are summed in extended precision.
-  /// A factor that isIdent is taken for the identity, so that turns and shifts below 1e-6 do not add up. A right factor
-  /// without translation keeps the left one's translation to the bit.
+  /// Self * M with APost, M * Self without. M may be this matrix itself. The entries of R are summed in extended
+  /// precision. A factor that isIdent is taken for the identity, so that turns and shifts below 1e-6 do not add up. A
+  /// right factor without translation keeps the left one's translation to the bit.
   void Multiply(const TMatrix4D& M, bool APost);
 
-  /// Becomes the inverse: the transpose of R where that is orthogonal, the adjugate over the determinant elsewhere. A matrix
-  /// that isIdent stays as it is, and so does a translation whose components are all at most 1e-6. One with a component
-  /// above 1e10 only changes its sign, for TransformVec passes it through.
-  /// \throws the general error SMatrixSigular when the determinant is at most 1e-6 in magnitude; the matrix is then as it was.
+  /// Becomes the inverse: the transpose of R where that is orthogonal, the adjugate over the determinant elsewhere. A
+  /// matrix that isIdent stays as it is, and so does a translation whose components are all at most 1e-6. One with a
+  /// component above 1e10 only changes its sign, for TransformVec passes it through.
+  /// \throws the general error SMatrixSigular when the determinant is at most 1e-6 in magnitude; the matrix is then as
+  ///         it was.
   void Invert();
 
   /// Transposes R; the translation stays.
@@ -119,14 +120,14 @@ struct ZORBASE_API TMatrix4D {
   /// \return the determinant of R.
   double Determinant() const;
 
-  /// \return the matrix with every entry rounded to the nearest multiple of 10 to the power Digits: -3 keeps three decimals,
-  ///         2 keeps hundreds. It is the exact binary value that is rounded, a tie goes to the even multiple.
+  /// \return the matrix with every entry rounded to the nearest multiple of 10 to the power Digits: -3 keeps three
+  ///         decimals, 2 keeps hundreds. It is the exact binary value that is rounded, a tie goes to the even multiple.
   TMatrix4D RoundTo(int Digits) const;
 
   // -------------------------------------------------------------------------------------- transforming
 
-  /// \return R P + t. P itself when the matrix isIdent, and when a coordinate of P is greater than 1e10; the test is signed,
-  ///         so that -2e10 is transformed.
+  /// \return R P + t. P itself when the matrix isIdent, and when a coordinate of P is greater than 1e10; the test is
+  ///         signed, so that -2e10 is transformed.
   TPoint3D TransformPt(const TPoint3D& P) const;
 
   /// \return R V; V itself in the same two cases as in TransformPt.
@@ -138,8 +139,8 @@ struct ZORBASE_API TMatrix4D {
   /// \return both ends mapped to R p + t, whatever they are.
   TLine3D TransformLine(const TLine3D& L) const;
 
-  /// The transform of many: Results[i] is the single form's result of item i to the bit, and the same memory may serve for
-  /// both. Apart from that the two spans must not overlap. What Results has beyond the items stays.
+  /// The transform of many: Results[i] is the single form's result of item i to the bit, and the same memory may serve
+  /// for both. Apart from that the two spans must not overlap. What Results has beyond the items stays.
   /// \throws the general error when Results is shorter than the items, before anything is written.
   void TransformPts(std::span<const TPoint3D> Points, std::span<TPoint3D> Results) const;
   void TransformVecs(std::span<const TPoint3D> Vectors, std::span<TPoint3D> Results) const;
@@ -151,12 +152,12 @@ struct ZORBASE_API TMatrix4D {
   bool isIdent() const;
   /// The same for R alone.
   bool isRotIdent() const;
-  /// \return whether R times its transpose isRotIdent. The product is that of Multiply, which takes a matrix that isIdent for
-  ///         the identity.
+  /// \return whether R times its transpose isRotIdent. The product is that of Multiply, which takes a matrix that
+  ///         isIdent for the identity.
   bool isOrthogonal() const;
 
-  /// \return the twelve entries in storage order, row by row with the translation at each row's end: "(r00, r01, r02, tx, ...)",
-  ///         each with up to 15 significant digits and the decimal point of the current locale.
+  /// \return the twelve entries in storage order, row by row with the translation at each row's end: "(r00, r01, r02,
+  ///         tx, ...)", each with up to 15 significant digits and the decimal point of the current locale.
   std::string ToString() const;
 
   // -------------------------------------------------------------------------------------- Euler angles and axes
@@ -165,21 +166,21 @@ struct ZORBASE_API TMatrix4D {
   void CreateFromEulerAngleXYZ(const TPoint6D& P);
   void CreateFromEulerAngleZYX(const TPoint6D& P);
 
-  /// \return (tx, ty, tz, A, B, C), from which CreateFromEulerAngle of the same order makes this rotation again. Angles lie in
-  ///         (-pi, pi]. Where cos B is 0, A and C turn about the same axis: A is then 0 and C is the whole turn.
+  /// \return (tx, ty, tz, A, B, C), from which CreateFromEulerAngle of the same order makes this rotation again. Angles
+  ///         lie in (-pi, pi]. Where cos B is 0, A and C turn about the same axis: A is then 0 and C is the whole turn.
   TPoint6D Matrix4DToEulerAngleXYZ() const;
   TPoint6D Matrix4DToEulerAngleZYX() const;
 
   /// The angle of this rotation about a given axis.
-  /// \param AAngle  written whether or not the axis fits. It is not a number, or wrong, for an axis whose largest component by
-  ///                value, not by magnitude, is 0, such as (-1, 0, 0): turn such an axis round.
+  /// \param AAngle  written whether or not the axis fits. It is not a number, or wrong, for an axis whose largest
+  ///                component by value, not by magnitude, is 0, such as (-1, 0, 0): turn such an axis round.
   /// \return whether the rotation by AAngle about AVec equals this one.
   /// \throws the general error "vecN mag equals 0!" when AVec is shorter than 0.001.
   bool Matrix4DToVecAng(const TPoint3D& AVec, double& AAngle) const;
 
   /// Splits this rotation into a turn by AAngle1 about AVec1, followed by one by AAngle2 about AVec2.
-  /// \return whether the two turns together equal this rotation. Axes with a sine below 0.001 between them give false and
-  ///         both angles 0.
+  /// \return whether the two turns together equal this rotation. Axes with a sine below 0.001 between them give false
+  ///         and both angles 0.
   bool Matrix4DToVecAng(const TPoint3D& AVec1, const TPoint3D& AVec2, double& AAngle1, double& AAngle2) const;
 
   // -------------------------------------------------------------------------------------- operators

@@ -8,8 +8,8 @@
 
 namespace ZORBase {
 
-/// A quaternion a + b i + c j + d k, the real part first everywhere. A unit one stands for the rotation by 2 acos(a) about
-/// (b, c, d); q and -q are the same rotation.
+/// A quaternion a + b i + c j + d k, the real part first everywhere. A unit one stands for the rotation by 2 acos(a)
+/// about (b, c, d); q and -q are the same rotation.
 ///
 /// Nothing keeps it a unit quaternion. ToMatrix4D takes it as one, and Log brings it near to one in its own way.
 struct ZORBASE_API TQuaternion {
@@ -62,30 +62,30 @@ struct ZORBASE_API TQuaternion {
   /// \return Self * q
   constexpr TQuaternion QuaternionMul(const TQuaternion& q) const { return *this * q; }
 
-  /// \return Conj / NormMagSqr. \throws the general error "Quaternion mag zero: N" when NormMagSqr N is below 1e-6, that is,
-  ///         already for a magnitude below 0.001.
+  /// \return Conj / NormMagSqr. \throws the general error "Quaternion mag zero: N" when NormMagSqr N is below 1e-6,
+  ///         that is, already for a magnitude below 0.001.
   TQuaternion Inverse() const;
 
   // -------------------------------------------------------------------------------------- rotations
 
-  /// Becomes the quaternion of the rotation of m, by the largest of its four squared components; on a tie by the earlier one.
-  /// The result is not normalised, and its real part may be negative: its sign is not adjusted.
+  /// Becomes the quaternion of the rotation of m, by the largest of its four squared components; on a tie by the
+  /// earlier one. The result is not normalised, and its real part may be negative: its sign is not adjusted.
   void CreateFromMatrix4D(const TMatrix4D& m);
 
   /// \return the rotation of this quaternion, taken as a unit one: another magnitude gives no orthogonal matrix.
   TMatrix4D ToMatrix4D() const;
 
-  /// \return the axis of rotation times half the angle, in radians; the zero vector when the vector part is at most 1e-6 long,
-  ///         beside a real part of -1 too.
+  /// \return the axis of rotation times half the angle, in radians; the zero vector when the vector part is at most
+  ///         1e-6 long, beside a real part of -1 too.
   ///
-  /// A squared magnitude n more than 1e-6 away from 1 is brought nearer to 1 by dividing by n, not by its root, on purpose:
-  /// such a quaternion does not become a unit one. The real part then goes to ArcCos as it is: beside a vector part above
-  /// 1e-6, one unit in the last place outside [-1, 1] is enough for the error of ArcCos.
+  /// A squared magnitude n more than 1e-6 away from 1 is brought nearer to 1 by dividing by n, not by its root, on
+  /// purpose: such a quaternion does not become a unit one. The real part then goes to ArcCos as it is: beside a vector
+  /// part above 1e-6, one unit in the last place outside [-1, 1] is enough for the error of ArcCos.
   /// \throws the general error "Divided by zero: n" for n below 1e-6, and that of ArcCos.
   TPoint3D Log() const;
 
-  /// Becomes (cos |v|, sin |v| v / |v|): the rotation about v by twice its length. A v at most 1e-6 long gives the vector
-  /// part 0. Undoes Log of a unit quaternion.
+  /// Becomes (cos |v|, sin |v| v / |v|): the rotation about v by twice its length. A v at most 1e-6 long gives the
+  /// vector part 0. Undoes Log of a unit quaternion.
   void Exp(const TPoint3D& v);
 
   // -------------------------------------------------------------------------------------- operators
@@ -112,8 +112,8 @@ struct ZORBASE_API TQuaternion {
   /// q times 1 / s. \throws the general error "Divided by zero: s" when s is below 1e-6 in magnitude.
   friend TQuaternion operator/(const TQuaternion& q, double s) { return q.DividedBy(s); }
 
-  /// Equal when every component is within kTolerance; one that is no number equals nothing. Signs count, although q and -q
-  /// are the same rotation.
+  /// Equal when every component is within kTolerance; one that is no number equals nothing. Signs count, although q and
+  /// -q are the same rotation.
   friend bool operator==(const TQuaternion& p, const TQuaternion& q) { return p.IsEqual(q); }
 
  private:

@@ -72,7 +72,8 @@ TEST(SquadQuaternion, TheControlOrientationsBendByAQuarterOfTheChangeOfStep) {
 }
 
 // A turn by 3 radians and then one by -3 is almost the same as going on by 2 pi - 3, which bends less. In halves: the
-// ends 1.5 and 0 have the controls 1.5 + (1.5 - (pi - 1.5)) / 4 and 0 - 1.5 / 4, the latter on the other side of the sphere.
+// ends 1.5 and 0 have the controls 1.5 + (1.5 - (pi - 1.5)) / 4 and 0 - 1.5 / 4, the latter on the other side of the
+// sphere.
 TEST(SquadQuaternion, AStepAlmostHalfWayRoundIsTakenInTheDirectionThatBendsLess) {
   const TPoint3D axis = Pt(0, 0, 1);
   const double ends = (1.5 + 0) / 2;

@@ -42,7 +42,7 @@ TEST(TMatrix4DAngles, AboutTheZeroVectorItIsTheIdentityTimesTheCosine) {
   EXPECT_THAT(TMatrix4D::Create(Pt(0, 0, 0), 1), IsNear(kIdentity * std::cos(1.0), 0));
 }
 
-// ---------------------------------------------------------------------------------------------- from one vector to another
+// ---------------------------------------------------------------------------------------------- vector to vector
 
 TEST(TMatrix4DAngles, FromXToYIsAQuarterTurnAboutZ) {
   EXPECT_THAT(TMatrix4D::Create(Pt(1, 0, 0), Pt(0, 1, 0)), IsNear(TurnZ(kPi / 2), 1e-16));
@@ -157,7 +157,7 @@ RC_GTEST_PROP(TMatrix4DAngles, MatrixToEulerToMatrixGivesTheMatrixForBothOrders,
   if (!isLockedZYX) RC_ASSERT(testing::Value(FromZYX(pose.Matrix4DToEulerAngleZYX()), IsNear(pose, 1e-14)));
 }
 
-// ---------------------------------------------------------------------------------------------- the angle about an axis
+// ---------------------------------------------------------------------------------------------- angle about an axis
 
 TEST(TMatrix4DAngles, TheAngleAboutTheRightAxisIsFound) {
   double angle = 0;

@@ -21,7 +21,7 @@ TQuaternion Exponential(const TPoint3D& v) {
   return q;
 }
 
-// ---------------------------------------------------------------------------------------------- making and taking apart
+// ---------------------------------------------------------------------------------------------- making, taking apart
 
 TEST(TQuaternion, ZeroIsAllZeroAndNotTheIdentity) {
   EXPECT_THAT(TQuaternion::ReturnQuaternionZero(), IsExactly(Quat(0, 0, 0, 0)));
