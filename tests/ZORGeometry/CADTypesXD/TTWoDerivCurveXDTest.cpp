@@ -28,7 +28,6 @@ using Test::TPath;
 using Test::TPlainCurveXD;
 using Test::TRandom;
 using Test::TSegments;
-using Test::Waves;
 using Test::WithTail;
 using testing::ContainsRegex;
 using testing::Each;
