@@ -19,7 +19,8 @@ class ZORBASE_API TLowPassWindowFilter : public TBaseLowPassFilter {
   /// \throws the general error when N would be above kMaxSampleCount; N stays as it was.
   void CalN() override;
 
-  /// Coefficient i is GetWindowEff(i) sin(2 d pi fc/fs) / (d pi) with d = i - (N-1) div 2, and GetWindowEff(i) 2 fc/fs where d = 0.
+  /// With d = i - (N-1) div 2, coefficient i is GetWindowEff(i) sin(2 d pi fc/fs) / (d pi), and GetWindowEff(i) 2 fc/fs where
+  /// d = 0.
   void SetEff() override;
 
   /// As the base; the order becomes 0 as well, so that the next CalN goes by the cut-off frequency again: intended.

@@ -255,14 +255,14 @@ TYPED_TEST(TEveryFilter, HasATableInTwentyStepsUpToTheCutOffFrequency) {
   for (const TAttenuationAndF& row : filter.attList()) EXPECT_EQ(row.atten, filter.CalcAttenByF(row.frq));
 }
 
-// Three almost equal taps: (1 + 2 cos w) / 3 falls to 0.707 at w = 0.9757, which is 155.3 of 1000.
+// Three almost equal taps: (1 + 2 cos w) / 3 falls to 0.707 at w = 0.9758, which is 3106 of 20000.
 TEST(TRectangleLowPassFilter, TheTableGoesOnInStepsOf5UntilTheResponseIsBelow0707) {
-  const auto filter = DesignedFilter<TRectangleLowPassFilter>(1000, 1, 3);
-  ASSERT_EQ(filter.attList().Count(), 20 + 31);
-  EXPECT_NEAR(filter.attList()[20].frq, 6, 1e-12);
-  EXPECT_NEAR(filter.attList().Last().frq, 156, 1e-9);
+  const auto filter = DesignedFilter<TRectangleLowPassFilter>(20000, 10, 3);
+  ASSERT_EQ(filter.attList().Count(), 20 + 620);
+  EXPECT_NEAR(filter.attList()[20].frq, 15, 1e-12);
+  EXPECT_NEAR(filter.attList().Last().frq, 3110, 1e-9);
   EXPECT_LT(filter.attList().Last().atten, 0.707);
-  EXPECT_GT(filter.attList()[49].atten, 0.707);
+  EXPECT_GT(filter.attList()[638].atten, 0.707);
 }
 
 // Its end taps are so small that the response stays above 0.72 throughout.
