@@ -53,8 +53,6 @@ std::string SampleFile(std::string_view Name) { return (std::filesystem::path(ZO
 
 std::locale DecimalCommaLocale() { return {std::locale::classic(), new TDecimalComma}; }
 
-std::locale DecimalCommaLocale() { return {std::locale::classic(), new TDecimalComma}; }
-
 }  // namespace ZORBase::Test
 
 namespace ZORBase {

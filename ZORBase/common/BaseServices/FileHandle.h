@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ZORBase/common/Export.h>
+
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -19,6 +21,6 @@ inline TFileHandle BorrowedFile(std::FILE* File) {
 }
 
 /// \return the system's English words for the last error of a file operation, whatever the locale.
-std::string LastFileError();
+ZORBASE_API std::string LastFileError();
 
 }  // namespace ZORBase
