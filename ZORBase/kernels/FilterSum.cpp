@@ -1,7 +1,5 @@
 #include <ZORBase/kernels/FilterSum.h>
 
-#include <ZORBase/kernels/TargetClones.h>
-
 #include <algorithm>
 #include <cstddef>
 
@@ -10,7 +8,7 @@ namespace {
 
 // The sum of at least kFilterLanes terms.
 template <class TTerm>
-ZORBASE_FILTER_INLINE double LongSum(TTerm Term, const double* Values, int Count) {
+ZORBASE_INLINE double LongSum(TTerm Term, const double* Values, int Count) {
   const int whole = Count - Count % kFilterLanes;
   double lanes[kFilterLanes];
   for (int j = 0; j < kFilterLanes; ++j) lanes[j] = 0.0 + Term(j, Values[j]);
@@ -32,7 +30,7 @@ constexpr int kTermsOfAPass = 4;
 
 // Adds the terms at 0, Stride, 2 Stride, ... (Terms - 1) Stride to every partial sum of the row, or starts the row with them.
 template <int Terms, int Stride, bool Starts, class TTerm>
-ZORBASE_FILTER_INLINE void Pass(double* __restrict Row, int Outputs, TTerm Term, const double* __restrict Values) {
+ZORBASE_INLINE void Pass(double* __restrict Row, int Outputs, TTerm Term, const double* __restrict Values) {
   for (int i = 0; i < Outputs; ++i) {
     double sum = Starts ? 0.0 : Row[i];
     for (int t = 0; t < Terms; ++t) sum += Term(t * Stride, Values[t * Stride + i]);
@@ -42,8 +40,8 @@ ZORBASE_FILTER_INLINE void Pass(double* __restrict Row, int Outputs, TTerm Term,
 
 // Makes the row of the sums of Count >= 1 terms, Stride apart, one after the other.
 template <int Stride, class TTerm>
-ZORBASE_FILTER_INLINE void SumRow(double* __restrict Row, int Outputs, TTerm Term, const double* __restrict Values,
-                                  int Count) {
+ZORBASE_INLINE void SumRow(double* __restrict Row, int Outputs, TTerm Term, const double* __restrict Values,
+                           int Count) {
   int t = (Count - 1) % kTermsOfAPass + 1;
   switch (t) {
     case 1: Pass<1, Stride, true>(Row, Outputs, Term, Values); break;
@@ -56,13 +54,13 @@ ZORBASE_FILTER_INLINE void SumRow(double* __restrict Row, int Outputs, TTerm Ter
   }
 }
 
-ZORBASE_FILTER_INLINE void AddRow(double* __restrict Row, const double* __restrict Other, int Outputs) {
+ZORBASE_INLINE void AddRow(double* __restrict Row, const double* __restrict Other, int Outputs) {
   for (int i = 0; i < Outputs; ++i) Row[i] += Other[i];
 }
 
 // The sums of at most kBlock outputs.
 template <class TTerm>
-ZORBASE_FILTER_INLINE void SumBlock(TTerm Term, const double* Values, int Count, double* Results, int Outputs) {
+ZORBASE_INLINE void SumBlock(TTerm Term, const double* Values, int Count, double* Results, int Outputs) {
   const int rounds = Count / kFilterLanes;
   const int whole = rounds * kFilterLanes;
   if (whole < Count) SumRow<1>(Results, Outputs, Term.From(whole), Values + whole, Count - whole);
@@ -80,7 +78,7 @@ ZORBASE_FILTER_INLINE void SumBlock(TTerm Term, const double* Values, int Count,
 }
 
 template <class TTerm>
-ZORBASE_FILTER_INLINE void SumAll(TTerm Term, const double* Values, int Count, std::span<double> Results) {
+ZORBASE_INLINE void SumAll(TTerm Term, const double* Values, int Count, std::span<double> Results) {
   for (std::size_t done = 0; done < Results.size(); done += kBlock) {
     const auto outputs = static_cast<int>(std::min<std::size_t>(kBlock, Results.size() - done));
     SumBlock(Term, Values + done, Count, Results.data() + done, outputs);

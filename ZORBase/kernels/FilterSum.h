@@ -3,6 +3,8 @@
 //   WeightedSums, PlainSums   the outputs of a row of samples, many side by side, with the same bits
 #pragma once
 
+#include <ZORBase/kernels/TargetClones.h>
+
 #include <span>
 
 namespace ZORBase {
@@ -17,24 +19,21 @@ namespace ZORBase {
 /// registers and hides the latency of an addition.
 inline constexpr int kFilterLanes = 16;
 
-// Inlined into every function that uses it, so that it is compiled for that function's processor.
-#define ZORBASE_FILTER_INLINE [[gnu::always_inline]] inline
-
 /// How a term is made of the value at the place k; From(k) counts the places from k on.
 struct TWeightedTerm {
   const double* Weights;
-  ZORBASE_FILTER_INLINE double operator()(int k, double Value) const { return Weights[k] * Value; }
-  ZORBASE_FILTER_INLINE TWeightedTerm From(int k) const { return {Weights + k}; }
+  ZORBASE_INLINE double operator()(int k, double Value) const { return Weights[k] * Value; }
+  ZORBASE_INLINE TWeightedTerm From(int k) const { return {Weights + k}; }
 };
 
 struct TPlainTerm {
-  ZORBASE_FILTER_INLINE double operator()(int, double Value) const { return Value; }
-  ZORBASE_FILTER_INLINE TPlainTerm From(int) const { return {}; }
+  ZORBASE_INLINE double operator()(int, double Value) const { return Value; }
+  ZORBASE_INLINE TPlainTerm From(int) const { return {}; }
 };
 
 /// The sum of the terms, one after the other.
 template <class TTerm>
-ZORBASE_FILTER_INLINE double SumInOrder(TTerm Term, const double* Values, int Count) {
+ZORBASE_INLINE double SumInOrder(TTerm Term, const double* Values, int Count) {
   double sum = 0.0;
   for (int k = 0; k < Count; ++k) sum += Term(k, Values[k]);
   return sum;
