@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds everything and passes all tests: with clang++, with g++ under the address and undefined-behaviour sanitizers, and
-# with g++ as it is used every day, warnings being errors in all three. Enough by itself on a fresh Debian 12.
-# With arguments, only the presets named: scripts/test.sh dev
+# Builds the library, the command and the examples with clang++, then builds everything with g++ and passes all tests, warnings
+# being errors in both. Enough by itself on a fresh Debian 12.
+# With arguments, all tests in the presets named instead: scripts/test.sh clang asan-ubsan
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,7 +20,12 @@ leak_check_works() {
 }
 
 presets=("$@")
-[[ $# -gt 0 ]] || presets=(clang asan-ubsan dev)
+if [[ $# -eq 0 ]]; then
+  printf '\n=== clang, without the tests\n'
+  cmake --preset clang -B build/clang-library -DZORBASE_TESTS=OFF
+  cmake --build build/clang-library
+  presets=(dev)
+fi
 for preset in "${presets[@]}"; do
   printf '\n=== %s\n' "$preset"
   if [[ $preset == asan-ubsan ]] && ! leak_check_works; then

@@ -190,11 +190,11 @@ double DistanceFromLine(const TPoint6D& P, const TPoint6D& From, const TPoint6D&
   return (P - From - (To - From) * along).Mag();
 }
 
-// Between two poses a distance h apart a bend of the radius r is left by h^2 / (8 r). The turns of the sweep have radii from
-// 1.3, the nose of the wing one of 0.45.
+// Between two poses a distance h apart a bend of the radius r is left by h^2 / (8 r). The turns of the sweep have radii above
+// 1, the nose of the wing one of 0.45.
 TEST(ZorResample, ThePathPassesThroughEveryGivenPose) {
   for (const auto& [name, step, radius] :
-       {std::tuple("swept-plane.poses.txt", 0.2, 1.3), {"e387.100mm.poses.txt", 0.05, 0.45}}) {
+       {std::tuple("swept-plane.poses.txt", 0.2, 1.0), {"e387.100mm.poses.txt", 0.05, 0.45}}) {
     const double tolerance = 1.1 * step * step / (8.0 * radius);
     TPoint6DList given;
     given.LoadFromFile(SampleFile(name));

@@ -91,7 +91,7 @@ TEST(ZorTransform, ABadLineIsNamedAndNoFileIsLeft) {
   const TScratchFolder folder;
   WriteFile(folder.File("p.txt"), "1,2,3,1,0,0\n1,2,3,1,0\n");
   const TRun run = Transformed(folder.File("p.txt"), {"--xyz", "1,0,0,0,0,0", "-o", folder.File("out.txt")});
-  EXPECT_THAT(run, EndsWith(1, HasSubstr("p.txt, line 2: found 5 numbers")));
+  EXPECT_THAT(run, EndsWith(1, HasSubstr("p.txt, line 2: found 5 items")));
   EXPECT_EQ(folder.Count(), 1U);
 }
 
