@@ -2,7 +2,6 @@
 
 #include "support/TestSupport.h"
 
-#include <limits>
 #include <numbers>
 #include <random>
 #include <utility>
@@ -11,9 +10,6 @@ namespace ZORBase {
 namespace {
 
 using TRandom = std::mt19937_64;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::nan("");
 
 TPoint2D Direction(double Angle, double Length = 1) { return {Length * std::cos(Angle), Length * std::sin(Angle)}; }
 

@@ -11,8 +11,6 @@
 namespace ZORBase {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-
 using TPlace = std::pair<int, bool>;
 
 TPlace Find(const std::vector<double>& Keys, double Value) {
@@ -59,9 +57,9 @@ TEST(FindRow, AValueBetweenTwoRowsNamesTheLowerOne) {
 
 TEST(FindRow, AValueOutsideIsThatOfTheNearestEnd) {
   EXPECT_EQ(Find(kKeys, -1), TPlace(0, false));
-  EXPECT_EQ(Find(kKeys, -kInf), TPlace(0, false));
+  EXPECT_EQ(Find(kKeys, -kInfinity), TPlace(0, false));
   EXPECT_EQ(Find(kKeys, 9), TPlace(4, false));
-  EXPECT_EQ(Find(kKeys, kInf), TPlace(4, false));
+  EXPECT_EQ(Find(kKeys, kInfinity), TPlace(4, false));
 }
 
 TEST(FindRow, AValueCloserThan1eMinus7ToAnEndIsThatOfTheEnd) {
@@ -119,7 +117,7 @@ RC_GTEST_PROP(FindRow, IsTheBisectionStepByStep, ()) {
 
 RC_GTEST_PROP(FindRowFrom, AnswersAsFindRowFromEveryStart, ()) {
   const auto keys = *AnyKeys();
-  const double value = *rc::gen::oneOf(ValueNear(keys), rc::gen::element(-kInf, kInf, std::nan("")));
+  const double value = *rc::gen::oneOf(ValueNear(keys), rc::gen::element(-kInfinity, kInfinity, std::nan("")));
   for (int start = -2; start < static_cast<int>(keys.size()) + 2; ++start) {
     RC_ASSERT(FindFrom(start, keys, value) == Find(keys, value));
   }

@@ -25,6 +25,8 @@
 #include <string>
 #include <string_view>
 
+#include "support/Numbers.h"
+
 namespace ZORBase::Test {
 
 /// \return what the general error says that Action raises; nothing when it raises none.

@@ -4,14 +4,11 @@
 #include <fmt/format.h>
 #include <cmath>
 #include <nlohmann/json.hpp>
-#include <numbers>
 
 namespace ZORBase::Test {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr double kPi = std::numbers::pi;
 
 // A constant, and cosines of 10 and 25 per second with phases, 200 samples a second.
 std::string TwoCosines(int Samples) {

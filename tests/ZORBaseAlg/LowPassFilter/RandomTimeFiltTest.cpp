@@ -13,8 +13,6 @@ using Test::RandomSamples;
 using Test::TFilterState;
 using testing::HasSubstr;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 // Gives the newest sample, so that what is resampled can be seen.
 class TPassingFilter : public TAverageLowPassFilter {
  public:

@@ -15,9 +15,6 @@ using Test::TFilterState;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 template <class TFilter>
 class TEveryFilter : public testing::Test {};
 using TFilters =

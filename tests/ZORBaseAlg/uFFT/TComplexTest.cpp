@@ -4,13 +4,10 @@
 #include "support/TestSupport.h"
 
 #include <limits>
-#include <numbers>
 
 namespace ZORBase {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kTiny = std::numeric_limits<double>::denorm_min();
 
 double Angle(double Real, double Imag) { return TComplex{Real, Imag}.getAngle(); }

@@ -16,10 +16,6 @@ namespace {
 using Test::RaisesGeneralError;
 using testing::HasSubstr;
 
-constexpr double kPi = std::numbers::pi;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 // N samples of amplitude times cos(2 pi bin i / N + phase).
 std::vector<double> Wave(int N, double Bin, double Amplitude, double Phase) {
   std::vector<double> samples;

@@ -3,7 +3,6 @@
 #include "support/TestSupport.h"
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <utility>
 #include <vector>
@@ -14,8 +13,6 @@ namespace {
 using Test::RaisesGeneralError;
 
 using TSamples = std::vector<std::pair<double, double>>;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 THermiteInterpolater Filled(const TSamples& Samples, bool IsLoop) {
   THermiteInterpolater curve;

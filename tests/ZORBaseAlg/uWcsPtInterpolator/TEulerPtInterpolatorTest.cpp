@@ -5,7 +5,6 @@
 #include "support/TestSupport.h"
 
 #include <limits>
-#include <numbers>
 #include <vector>
 
 namespace ZORBase {
@@ -22,10 +21,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pointwise;
 using testing::StartsWith;
-
-constexpr double kPi = std::numbers::pi;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr int kMaxCount = std::numeric_limits<int>::max();
 
 TEulerPoint At(double X, double Y, double Z) { return TEulerPoint::Create(X, Y, Z, 0, 0, 0); }
 
@@ -76,8 +71,8 @@ TEST(TEulerPtInterpolator, TheCallersLimitsHoldForLaterAutomaticCounts) {
 }
 
 TEST(TEulerPtInterpolator, TheLargestCountFitsAndOneMoreRaises) {
-  EXPECT_EQ(TEulerPtInterpolator(At(0, 0, 0), At(kMaxCount, 0, 0), 1.0, 1.0).Count(), kMaxCount);
-  EXPECT_THAT([] { TEulerPtInterpolator(At(0, 0, 0), At(kMaxCount + 0.5, 0, 0), 1.0, 1.0); },
+  EXPECT_EQ(TEulerPtInterpolator(At(0, 0, 0), At(kLargestInt, 0, 0), 1.0, 1.0).Count(), kLargestInt);
+  EXPECT_THAT([] { TEulerPtInterpolator(At(0, 0, 0), At(kLargestInt + 0.5, 0, 0), 1.0, 1.0); },
               RaisesGeneralError(HasSubstr("needs 2147483648 steps")));
 }
 
@@ -140,7 +135,7 @@ TEST(TEulerPtInterpolator, From170ToMinus170DegreesAnAngleGoesTheLongWayThrough0
 TEST(TEulerPtInterpolator, NumbersOutsideGiveTheEndPoses) {
   const TEulerPtInterpolator move(At(0, 0, 0), TEulerPoint::Create(6, 0, 0, 0, 3, 0), 3);
   for (const int below : {0, -3, std::numeric_limits<int>::min()}) EXPECT_EQ(move.GetWcsPt(below).X, 0);
-  for (const int above : {3, 3 + 7, kMaxCount}) {
+  for (const int above : {3, 3 + 7, kLargestInt}) {
     EXPECT_THAT(move.GetWcsPt(above).ToArray(), ElementsAre(6, 0, 0, 0, 3, 0));
   }
 }
@@ -216,7 +211,7 @@ TEST(TEulerPtInterpolator, AListHoldsThePosesOneByOneToTheBit) {
 }
 
 TEST(TEulerPtInterpolator, AListOfTooManyPosesRaisesWithTheNumbers) {
-  TEulerPtInterpolator move(At(0, 0, 0), At(1, 0, 0), kMaxCount);
+  TEulerPtInterpolator move(At(0, 0, 0), At(1, 0, 0), kLargestInt);
   EXPECT_THAT([&] { (void)move.GetWcsList(); },
               RaisesGeneralError("TEulerPtInterpolator.GetWcsList: 2147483647 steps make more than the 10000000 poses "
                                  "that a list holds; use SaveAllToFile or GetWcsPt"));
@@ -293,7 +288,7 @@ TEST(TEulerPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenF
   const TScratchFolder folder;
   const std::string file = folder.File("steps.txt");
   WriteFile(file, "the old file");
-  for (const int count : {100, kMaxCount}) {
+  for (const int count : {100, kLargestInt}) {
     const TEulerPtInterpolator move(At(0, 0, 0), At(1, 0, 0), count);
     const TFileSizeLimit limit(1000);
     EXPECT_THAT([&] { move.SaveAllToFile(file); }, RaisesGeneralError(StartsWith("Cannot write file \"" + file)));

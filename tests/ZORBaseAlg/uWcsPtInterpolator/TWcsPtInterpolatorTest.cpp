@@ -4,7 +4,6 @@
 #include "support/TestSupport.h"
 
 #include <limits>
-#include <numbers>
 #include <vector>
 
 namespace ZORBase {
@@ -21,15 +20,12 @@ using Test::WriteFile;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr double kPi = std::numbers::pi;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr int kMaxCount = std::numeric_limits<int>::max();
 const double kHalf = std::sqrt(0.5);
 
 constexpr int kShortTurn = 0;
 constexpr int kAvoidLowestZ = 1;
 
-TPoint6D At(double X, double Y, double Z) { return TPoint6D::Create(X, Y, Z, 0, 0, 1); }
+TPoint6D ToolAt(double X, double Y, double Z) { return TPoint6D::Create(X, Y, Z, 0, 0, 1); }
 TPoint6D Towards(double A, double B, double C) { return TPoint6D::Create(0, 0, 0, A, B, C); }
 
 // A unit direction in the plane of X and Z, turned by Degrees from Z towards X.
@@ -47,10 +43,10 @@ double ZAt(const TWcsPtInterpolator& Move, double Param) { return Move.GetWcsPtb
 // ---------------------------------------------------------------------------------------------- count
 
 TEST(TWcsPtInterpolator, ACountOf0Becomes1) {
-  TWcsPtInterpolator move(At(0, 0, 0), At(3, 0, 0), 0, kShortTurn);
+  TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(3, 0, 0), 0, kShortTurn);
   EXPECT_EQ(move.Count(), 1);
-  EXPECT_THAT(move.GetWcsPt(0), IsExactPose(At(0, 0, 0)));
-  EXPECT_THAT(move.GetWcsPt(1), IsExactPose(At(3, 0, 0)));
+  EXPECT_THAT(move.GetWcsPt(0), IsExactPose(ToolAt(0, 0, 0)));
+  EXPECT_THAT(move.GetWcsPt(1), IsExactPose(ToolAt(3, 0, 0)));
   move.SetCount(7);
   EXPECT_EQ(move.Count(), 7);
   EXPECT_EQ(move.Cnt(), 7);
@@ -62,8 +58,8 @@ TEST(TWcsPtInterpolator, AnAutomaticCountKeepsPositionStepsWithin0Point2) {
   TPoint6D end = Tilted(0.05);
   end.SetPoint(TPoint3D::Create(0, 1.1, 0));
   EXPECT_EQ(Automatic(Tilted(0), end).Count(), 6);
-  EXPECT_EQ(Automatic(At(0, 0, 0), At(0.19, 0, 0)).Count(), 1);
-  EXPECT_EQ(Automatic(At(0, 0, 0), At(0.21, 0, 0)).Count(), 2);
+  EXPECT_EQ(Automatic(ToolAt(0, 0, 0), ToolAt(0.19, 0, 0)).Count(), 1);
+  EXPECT_EQ(Automatic(ToolAt(0, 0, 0), ToolAt(0.21, 0, 0)).Count(), 2);
 }
 
 TEST(TWcsPtInterpolator, AnAutomaticCountKeepsTurnsWithinATenthOfADegree) {
@@ -71,10 +67,10 @@ TEST(TWcsPtInterpolator, AnAutomaticCountKeepsTurnsWithinATenthOfADegree) {
   EXPECT_EQ(Automatic(Tilted(0), Tilted(0.09)).Count(), 1);
 }
 
-TEST(TWcsPtInterpolator, EqualPosesAreOneStep) { EXPECT_EQ(Automatic(At(1, 2, 3), At(1, 2, 3)).Count(), 1); }
+TEST(TWcsPtInterpolator, EqualPosesAreOneStep) { EXPECT_EQ(Automatic(ToolAt(1, 2, 3), ToolAt(1, 2, 3)).Count(), 1); }
 
 TEST(TWcsPtInterpolator, EveryNegativeCountIsAutomatic) {
-  TWcsPtInterpolator move(At(0, 0, 0), At(1.1, 0, 0), -1000, kShortTurn);
+  TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1.1, 0, 0), -1000, kShortTurn);
   EXPECT_EQ(move.Count(), 6);
   move.SetCount(2);
   move.SetCount(std::numeric_limits<int>::min());
@@ -89,25 +85,26 @@ TEST(TWcsPtInterpolator, AnAutomaticCountIsWorkedOutOnTheLongTurn) {
 }
 
 TEST(TWcsPtInterpolator, TheLargestCountFitsAndOneMoreRaises) {
-  const double longest = 0.2 * kMaxCount;
-  EXPECT_EQ(Automatic(At(0, 0, 0), At(longest, 0, 0)).Count(), kMaxCount);
-  EXPECT_THAT([&] { Automatic(At(0, 0, 0), At(longest + 0.1, 0, 0)); },
+  const double longest = 0.2 * kLargestInt;
+  EXPECT_EQ(Automatic(ToolAt(0, 0, 0), ToolAt(longest, 0, 0)).Count(), kLargestInt);
+  EXPECT_THAT([&] { Automatic(ToolAt(0, 0, 0), ToolAt(longest + 0.1, 0, 0)); },
               RaisesGeneralError(HasSubstr("needs 2147483648 steps")));
 }
 
 TEST(TWcsPtInterpolator, AnAutomaticCountThatDoesNotFitNamesTheNumbers) {
-  EXPECT_THAT([] { Automatic(At(0, 0, 0), At(0, 1e12, 0)); },
+  EXPECT_THAT([] { Automatic(ToolAt(0, 0, 0), ToolAt(0, 1e12, 0)); },
               RaisesGeneralError("TWcsPtInterpolator: a move of 1000000000000.000000 with a turn of 0.000000 rad needs "
                                  "5000000000000 steps of at most 0.200000 and 0.001745 rad; at most 2147483647 are "
                                  "possible"));
-  EXPECT_THAT([] { Automatic(At(0, 0, 0), At(0, 1e300, 0)); }, RaisesGeneralError(HasSubstr("needs inf steps")));
+  EXPECT_THAT([] { Automatic(ToolAt(0, 0, 0), ToolAt(0, 1e300, 0)); },
+              RaisesGeneralError(HasSubstr("needs inf steps")));
 }
 
 TEST(TWcsPtInterpolator, ACountThatDoesNotFitLeavesTheOldOne) {
-  TWcsPtInterpolator move(At(0, 0, 0), At(1e12, 0, 0), 4, kShortTurn);
+  TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1e12, 0, 0), 4, kShortTurn);
   EXPECT_THAT([&] { move.SetCount(-1); }, RaisesGeneralError(StartsWith("TWcsPtInterpolator: a move of")));
   EXPECT_EQ(move.Count(), 4);
-  EXPECT_THAT(move.GetWcsPt(1), IsExactPose(At(0.25e12, 0, 0)));
+  EXPECT_THAT(move.GetWcsPt(1), IsExactPose(ToolAt(0.25e12, 0, 0)));
 }
 
 // ---------------------------------------------------------------------------------------------- contents
@@ -127,10 +124,10 @@ TEST(TWcsPtInterpolator, ShowsWhatItWasMadeOf) {
 // ---------------------------------------------------------------------------------------------- poses
 
 TEST(TWcsPtInterpolator, ThePositionMovesEvenlyAlongTheLine) {
-  const TWcsPtInterpolator move(At(1, 2, 3), At(5, -2, 3.5), 4, kShortTurn);
-  EXPECT_THAT(move.GetWcsPt(1), IsExactPose(At(2, 1, 3.125)));
-  EXPECT_THAT(move.GetWcsPt(2), IsExactPose(At(3, 0, 3.25)));
-  EXPECT_THAT(move.GetWcsPtbyParam(0.875), IsExactPose(At(4.5, -1.5, 3.4375)));
+  const TWcsPtInterpolator move(ToolAt(1, 2, 3), ToolAt(5, -2, 3.5), 4, kShortTurn);
+  EXPECT_THAT(move.GetWcsPt(1), IsExactPose(ToolAt(2, 1, 3.125)));
+  EXPECT_THAT(move.GetWcsPt(2), IsExactPose(ToolAt(3, 0, 3.25)));
+  EXPECT_THAT(move.GetWcsPtbyParam(0.875), IsExactPose(ToolAt(4.5, -1.5, 3.4375)));
 }
 
 TEST(TWcsPtInterpolator, FromXToYTheDirectionTurnsAboutZ) {
@@ -172,17 +169,17 @@ TEST(TWcsPtInterpolator, NumbersOutsideGiveTheEndPoses) {
   for (const int below : {0, -3, std::numeric_limits<int>::min()}) {
     EXPECT_THAT(move.GetWcsPt(below), IsNearPose(Towards(1, 0, 0), 0));
   }
-  for (const int above : {3, 3 + 7, kMaxCount}) {
+  for (const int above : {3, 3 + 7, kLargestInt}) {
     EXPECT_THAT(move.GetWcsPt(above), IsNearPose(TPoint6D::Create(6, 0, 0, 0, 1, 0), 1e-15));
   }
 }
 
 TEST(TWcsPtInterpolator, ParametersOutsideGiveTheEndPosesAndNoNumberRaises) {
-  const TWcsPtInterpolator move(At(0, 0, 0), At(1, 0, 0), 3, kShortTurn);
-  EXPECT_THAT(move.GetWcsPtbyParam(-0.5), IsExactPose(At(0, 0, 0)));
-  EXPECT_THAT(move.GetWcsPtbyParam(-kInfinity), IsExactPose(At(0, 0, 0)));
-  EXPECT_THAT(move.GetWcsPtbyParam(1.5), IsExactPose(At(1, 0, 0)));
-  EXPECT_THAT(move.GetWcsPtbyParam(kInfinity), IsExactPose(At(1, 0, 0)));
+  const TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1, 0, 0), 3, kShortTurn);
+  EXPECT_THAT(move.GetWcsPtbyParam(-0.5), IsExactPose(ToolAt(0, 0, 0)));
+  EXPECT_THAT(move.GetWcsPtbyParam(-kInfinity), IsExactPose(ToolAt(0, 0, 0)));
+  EXPECT_THAT(move.GetWcsPtbyParam(1.5), IsExactPose(ToolAt(1, 0, 0)));
+  EXPECT_THAT(move.GetWcsPtbyParam(kInfinity), IsExactPose(ToolAt(1, 0, 0)));
   EXPECT_THAT([&] { move.GetWcsPtbyParam(std::nan("")); },
               RaisesGeneralError("TWcsPtInterpolator: the parameter is not a number"));
 }
@@ -210,7 +207,7 @@ TEST(TWcsPtInterpolator, Mode1TakesTheOtherWayRoundALowestZ) {
 }
 
 TEST(TWcsPtInterpolator, OnlyMode1TakesTheLongTurn) {
-  for (const int mode : {-1, 0, 2, kMaxCount}) {
+  for (const int mode : {-1, 0, 2, kLargestInt}) {
     EXPECT_DOUBLE_EQ(TWcsPtInterpolator(Towards(kHalf, 0, -kHalf), Towards(-kHalf, 0, -kHalf), 4, mode).VecRad(),
                      kPi / 2);
   }
@@ -326,7 +323,7 @@ TEST(TWcsPtInterpolator, ManyPosesAtOnceAreThePosesOneByOneToTheBit) {
 }
 
 TEST(TWcsPtInterpolator, ManyPosesAtOnceNeedAPlaceForEachAndNumbers) {
-  const TWcsPtInterpolator move(At(0, 0, 0), At(1, 0, 0), 1, kShortTurn);
+  const TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1, 0, 0), 1, kShortTurn);
   std::vector<TPoint6D> poses(2, TPoint6D::FOnes);
   EXPECT_THAT(
       [&] {
@@ -346,21 +343,21 @@ TEST(TWcsPtInterpolator, ManyPosesAtOnceNeedAPlaceForEachAndNumbers) {
 TEST(TWcsPtInterpolator, PosesThatAreNotFiniteRaise) {
   for (const double bad : {std::nan(""), kInfinity, -kInfinity}) {
     for (int i = 0; i < 6; ++i) {
-      TPoint6D pose = At(0, 0, 0);
+      TPoint6D pose = ToolAt(0, 0, 0);
       pose.Items(i) = bad;
-      EXPECT_THAT([&] { TWcsPtInterpolator(pose, At(0, 0, 0), 3, kShortTurn); },
+      EXPECT_THAT([&] { TWcsPtInterpolator(pose, ToolAt(0, 0, 0), 3, kShortTurn); },
                   RaisesGeneralError(StartsWith("TWcsPtInterpolator: BeginPt is not finite: ")));
-      EXPECT_THAT([&] { TWcsPtInterpolator(At(0, 0, 0), pose, 3, kShortTurn); },
+      EXPECT_THAT([&] { TWcsPtInterpolator(ToolAt(0, 0, 0), pose, 3, kShortTurn); },
                   RaisesGeneralError(StartsWith("TWcsPtInterpolator: EndPt is not finite: ")));
     }
   }
-  EXPECT_THAT([] { TWcsPtInterpolator(At(1, std::nan(""), 3), At(0, 0, 0), 3, kShortTurn); },
+  EXPECT_THAT([] { TWcsPtInterpolator(ToolAt(1, std::nan(""), 3), ToolAt(0, 0, 0), 3, kShortTurn); },
               RaisesGeneralError("TWcsPtInterpolator: BeginPt is not finite: "
                                  "1.000000,nan,3.000000,0.000000,0.000000,1.000000"));
 }
 
 TEST(TWcsPtInterpolator, AnOffsetThatOverflowsRaises) {
-  EXPECT_THAT([] { TWcsPtInterpolator(At(-1e308, 0, 0), At(1e308, 0, 0), 3, kShortTurn); },
+  EXPECT_THAT([] { TWcsPtInterpolator(ToolAt(-1e308, 0, 0), ToolAt(1e308, 0, 0), 3, kShortTurn); },
               RaisesGeneralError("TWcsPtInterpolator: EndPt - BeginPt is not finite: inf,0.000000,0.000000"));
 }
 
@@ -406,8 +403,8 @@ TEST(TWcsPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenFor
   const TScratchFolder folder;
   const std::string file = folder.File("steps.txt");
   WriteFile(file, "the old file");
-  for (const int count : {100, kMaxCount}) {
-    const TWcsPtInterpolator move(At(0, 0, 0), At(1, 0, 0), count, kShortTurn);
+  for (const int count : {100, kLargestInt}) {
+    const TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1, 0, 0), count, kShortTurn);
     const TFileSizeLimit limit(1000);
     EXPECT_THAT([&] { move.SaveAllToFile(file); }, RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
   }
@@ -418,7 +415,7 @@ TEST(TWcsPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenFor
 TEST(TWcsPtInterpolator, SavingIntoAFolderThatIsNotThereRaises) {
   const TScratchFolder folder;
   const std::string file = folder.File("missing/steps.txt");
-  EXPECT_THAT([&] { TWcsPtInterpolator(At(0, 0, 0), At(1, 0, 0), 1, 0).SaveAllToFile(file); },
+  EXPECT_THAT([&] { TWcsPtInterpolator(ToolAt(0, 0, 0), ToolAt(1, 0, 0), 1, 0).SaveAllToFile(file); },
               RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
 }
 

@@ -5,16 +5,11 @@
 
 #include "ZORGeometry/CADTypes6D/PoseTestSupport.h"
 
-#include <limits>
-
 namespace ZORBase {
 namespace {
 
 using namespace Test;  // NOLINT(google-build-using-namespace)
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr TQuaternion kOne = TQuaternion::Create(1, 0, 0, 0);
-constexpr TQuaternion kI = TQuaternion::Create(0, 1, 0, 0);
 const TMatrix4D kIdentity = TMatrix4D::ReturnIdentityMatrix();
 
 rc::Gen<double> AnyParameter() {

@@ -14,14 +14,15 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <numbers>
 #include <ostream>
 #include <random>
 #include <vector>
 
 namespace ZORBase::Test {
 
-inline constexpr double kPi = std::numbers::pi;
+inline constexpr TMatrix4D kIdentity = TMatrix4D::ReturnIdentityMatrix();
+inline constexpr TQuaternion kOne = TQuaternion::Create(1, 0, 0, 0);
+inline constexpr TQuaternion kI = TQuaternion::Create(0, 1, 0, 0);
 
 // ---------------------------------------------------------------------------------------------- matchers
 

@@ -10,8 +10,6 @@ namespace {
 
 using namespace Test;  // NOLINT(google-build-using-namespace)
 
-constexpr TMatrix4D kIdentity = TMatrix4D::ReturnIdentityMatrix();
-
 TPoint6D Euler(double A, double B, double C) { return TPoint6D::Create(1, 2, 3, A, B, C); }
 
 TMatrix4D FromXYZ(const TPoint6D& P) {

@@ -10,8 +10,6 @@ namespace {
 
 using namespace Test;  // NOLINT(google-build-using-namespace)
 
-constexpr TMatrix4D kIdentity = TMatrix4D::ReturnIdentityMatrix();
-
 // A quarter turn about Z with a shift: (x, y, z) goes to (1 - y, 2 + x, 3 + z).
 constexpr TMatrix4D kQuarter = TMatrix4D::Create(0, -1, 0, 1, 0, 0, 0, 0, 1, 1, 2, 3);
 

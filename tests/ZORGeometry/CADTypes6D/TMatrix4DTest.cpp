@@ -11,10 +11,6 @@ namespace {
 
 using namespace Test;  // NOLINT(google-build-using-namespace)
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr TMatrix4D kIdentity = TMatrix4D::ReturnIdentityMatrix();
-
 // Twelve different entries: rows (1 2 3 | 10), (4 5 6 | 11), (7 8 9 | 12).
 constexpr TMatrix4D kCounted = TMatrix4D::Create(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12);
 

@@ -25,18 +25,15 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-TPoint6D Pose(double X, double Y, double Z, double A, double B, double C) { return TPoint6D::Create(X, Y, Z, A, B, C); }
-TPoint6D SixTimes(double Value) { return Pose(Value, Value, Value, Value, Value, Value); }
+TPoint6D Tool(double X, double Y, double Z, double A, double B, double C) { return TPoint6D::Create(X, Y, Z, A, B, C); }
+TPoint6D SixTimes(double Value) { return Tool(Value, Value, Value, Value, Value, Value); }
 
 // Components of a machine and of measured data: up to some metres, not on a grid.
 rc::Gen<double> Component() {
   return rc::gen::map(rc::gen::inRange<std::int64_t>(-4'000'000'000, 4'000'000'000),
                       [](std::int64_t Steps) { return static_cast<double>(Steps) * 1e-6; });
 }
-rc::Gen<TPoint6D> AnyPose() {
+rc::Gen<TPoint6D> AnyTool() {
   return rc::gen::map(rc::gen::container<std::array<double, 6>>(Component()), &TPoint6D::FromArray);
 }
 
@@ -49,7 +46,7 @@ static_assert(std::is_convertible_v<TPoint2D, TPoint6D>);
 TEST(TPoint6D, IsZeroByDefault) { EXPECT_THAT(TPoint6D(), IsExactPose(SixTimes(0))); }
 
 TEST(TPoint6D, ItsSixDoublesLieInTheOrderXYZABC) {
-  const TPoint6D pose = Pose(1, 2, 3, 4, 5, 6);
+  const TPoint6D pose = Tool(1, 2, 3, 4, 5, 6);
   std::array<double, 6> values{};
   std::memcpy(values.data(), &pose, sizeof pose);
   EXPECT_EQ(values, (std::array<double, 6>{1, 2, 3, 4, 5, 6}));
@@ -59,28 +56,28 @@ TEST(TPoint6D, ItsSixDoublesLieInTheOrderXYZABC) {
 
 TEST(TPoint6D, IsMadeOfAPointAndAVector) {
   const TPoint6D pose = TPoint6D::Create(TPoint3D::Create(1, 2, 3), TPoint3D::Create(4, 5, 6));
-  EXPECT_THAT(pose, IsExactPose(Pose(1, 2, 3, 4, 5, 6)));
+  EXPECT_THAT(pose, IsExactPose(Tool(1, 2, 3, 4, 5, 6)));
 }
 
 TEST(TPoint6D, APlanePointBecomesAPoseWithoutHeightAndDirection) {
   const TPoint6D pose = TPoint2D::Create(1, 2);
-  EXPECT_THAT(pose, IsExactPose(Pose(1, 2, 0, 0, 0, 0)));
+  EXPECT_THAT(pose, IsExactPose(Tool(1, 2, 0, 0, 0, 0)));
 }
 
 TEST(TPoint6D, PointAndVectorAreReadAndWrittenApart) {
-  TPoint6D pose = Pose(1, 2, 3, 4, 5, 6);
+  TPoint6D pose = Tool(1, 2, 3, 4, 5, 6);
   EXPECT_EQ(pose.GetPoint().Z, 3);
   EXPECT_EQ(pose.GetVector().X, 4);
   pose.SetPoint(TPoint3D::Create(7, 8, 9));
-  EXPECT_THAT(pose, IsExactPose(Pose(7, 8, 9, 4, 5, 6)));
+  EXPECT_THAT(pose, IsExactPose(Tool(7, 8, 9, 4, 5, 6)));
   pose.SetVector(TPoint3D::Create(-1, -2, -3));
-  EXPECT_THAT(pose, IsExactPose(Pose(7, 8, 9, -1, -2, -3)));
+  EXPECT_THAT(pose, IsExactPose(Tool(7, 8, 9, -1, -2, -3)));
 }
 
 TEST(TPoint6D, ItemsAndAxisReachTheFieldsByIndex) {
   TPoint6D pose;
   for (int i = 0; i < 6; ++i) pose.Items(i) = i + 1;
-  EXPECT_THAT(pose, IsExactPose(Pose(1, 2, 3, 4, 5, 6)));
+  EXPECT_THAT(pose, IsExactPose(Tool(1, 2, 3, 4, 5, 6)));
   pose.Axis(3) = -4;
   EXPECT_EQ(pose.A, -4);
   const TPoint6D& view = pose;
@@ -89,7 +86,7 @@ TEST(TPoint6D, ItemsAndAxisReachTheFieldsByIndex) {
 }
 
 TEST(TPoint6D, AnItemOutside0To5IsAnError) {
-  TPoint6D pose = Pose(1, 2, 3, 4, 5, 6);
+  TPoint6D pose = Tool(1, 2, 3, 4, 5, 6);
   const TPoint6D& view = pose;
   EXPECT_THAT([&] { pose.Items(6) = 0; }, RaisesGeneralError("TPoint6D has the items 0 to 5, not 6"));
   EXPECT_THAT([&] { (void)view.Items(-1); }, RaisesGeneralError("TPoint6D has the items 0 to 5, not -1"));
@@ -110,17 +107,17 @@ TEST(TPoint6D, ItsConstantsHoldFromLoadTimeOnAndThroughTheStartUp) {
 // ---------------------------------------------------------------------------------------------- arithmetic
 
 TEST(TPoint6D, CalculatesByComponent) {
-  const TPoint6D p = Pose(1, 2, 3, -4, 5, -6);
-  const TPoint6D q = Pose(8, -4, 2, 2, -1, 0.5);
-  EXPECT_THAT(p + q, IsExactPose(Pose(9, -2, 5, -2, 4, -5.5)));
-  EXPECT_THAT(p - q, IsExactPose(Pose(-7, 6, 1, -6, 6, -6.5)));
-  EXPECT_THAT(-p, IsExactPose(Pose(-1, -2, -3, 4, -5, 6)));
-  EXPECT_THAT(p * 0.5, IsExactPose(Pose(0.5, 1, 1.5, -2, 2.5, -3)));
+  const TPoint6D p = Tool(1, 2, 3, -4, 5, -6);
+  const TPoint6D q = Tool(8, -4, 2, 2, -1, 0.5);
+  EXPECT_THAT(p + q, IsExactPose(Tool(9, -2, 5, -2, 4, -5.5)));
+  EXPECT_THAT(p - q, IsExactPose(Tool(-7, 6, 1, -6, 6, -6.5)));
+  EXPECT_THAT(-p, IsExactPose(Tool(-1, -2, -3, 4, -5, 6)));
+  EXPECT_THAT(p * 0.5, IsExactPose(Tool(0.5, 1, 1.5, -2, 2.5, -3)));
   EXPECT_THAT(0.5 * p, IsExactPose(p * 0.5));
-  EXPECT_THAT(p / 4, IsExactPose(Pose(0.25, 0.5, 0.75, -1, 1.25, -1.5)));
-  EXPECT_THAT(TPoint6D::Abs(p), IsExactPose(Pose(1, 2, 3, 4, 5, 6)));
-  EXPECT_THAT(p.DotVecMul(q), IsExactPose(Pose(8, -8, 6, -8, -5, -3)));
-  EXPECT_THAT(p.DotVecDiv(q), IsExactPose(Pose(0.125, -0.5, 1.5, -2, -5, -12)));
+  EXPECT_THAT(p / 4, IsExactPose(Tool(0.25, 0.5, 0.75, -1, 1.25, -1.5)));
+  EXPECT_THAT(TPoint6D::Abs(p), IsExactPose(Tool(1, 2, 3, 4, 5, 6)));
+  EXPECT_THAT(p.DotVecMul(q), IsExactPose(Tool(8, -8, 6, -8, -5, -3)));
+  EXPECT_THAT(p.DotVecDiv(q), IsExactPose(Tool(0.125, -0.5, 1.5, -2, -5, -12)));
 }
 
 TEST(TPoint6D, AbsTakesTheSignOfZeroAway) { EXPECT_THAT(TPoint6D::Abs(SixTimes(-0.0)), IsExactPose(SixTimes(0.0))); }
@@ -132,13 +129,14 @@ TEST(TPoint6D, DividesByTheReciprocal) {
 }
 
 TEST(TPoint6D, AZeroDividesAsFloatingPointDoes) {
-  EXPECT_THAT(Pose(1, -1, 2, -2, 3, -3) / 0.0, IsExactPose(Pose(kInf, -kInf, kInf, -kInf, kInf, -kInf)));
+  EXPECT_THAT(Tool(1, -1, 2, -2, 3, -3) / 0.0,
+              IsExactPose(Tool(kInfinity, -kInfinity, kInfinity, -kInfinity, kInfinity, -kInfinity)));
   EXPECT_TRUE(std::isnan((TPoint6D::FZero / 0.0).X));
-  const TPoint6D quotient = Pose(1, -1, 0, 1, 1, 1).DotVecDiv(Pose(0, 0, 0, -0.0, 2, kInf));
-  EXPECT_EQ(quotient.X, kInf);
-  EXPECT_EQ(quotient.Y, -kInf);
+  const TPoint6D quotient = Tool(1, -1, 0, 1, 1, 1).DotVecDiv(Tool(0, 0, 0, -0.0, 2, kInfinity));
+  EXPECT_EQ(quotient.X, kInfinity);
+  EXPECT_EQ(quotient.Y, -kInfinity);
   EXPECT_TRUE(std::isnan(quotient.Z));
-  EXPECT_EQ(quotient.A, -kInf);
+  EXPECT_EQ(quotient.A, -kInfinity);
   EXPECT_EQ(quotient.B, 0.5);
   EXPECT_EQ(quotient.C, 0);
 }
@@ -162,24 +160,24 @@ TEST(TPoint6D, SumsAndProductsAreFormedInExtendedPrecision) {
 }
 
 TEST(TPoint6D, DotMulKeepsOneExtendedSum) {
-  EXPECT_EQ(Pose(1, 2, 3, 4, 5, 6).DotMul(Pose(6, -5, 4, -3, 2, -1)), 6 - 10 + 12 - 12 + 10 - 6);
+  EXPECT_EQ(Tool(1, 2, 3, 4, 5, 6).DotMul(Tool(6, -5, 4, -3, 2, -1)), 6 - 10 + 12 - 12 + 10 - 6);
   if (std::numeric_limits<Extended>::digits != 64) GTEST_SKIP() << "no 80-bit arithmetic here";
   // Each small term is lost next to 1 in double precision; five of them together are not lost in 64 bits.
   const double small = 0x1p-54;
-  EXPECT_EQ(Pose(1, small, small, small, small, small).DotMul(SixTimes(1)), 1 + 0x1p-52);
+  EXPECT_EQ(Tool(1, small, small, small, small, small).DotMul(SixTimes(1)), 1 + 0x1p-52);
   // Products that overflow a double meet again in one that does not.
-  EXPECT_EQ(Pose(1e200, 1e200, 3, 0, 0, 0).DotMul(Pose(1e200, -1e200, 1, 0, 0, 0)), 3);
+  EXPECT_EQ(Tool(1e200, 1e200, 3, 0, 0, 0).DotMul(Tool(1e200, -1e200, 1, 0, 0, 0)), 3);
 }
 
 TEST(TPoint6D, MagCountsAllSixComponents) {
-  EXPECT_EQ(Pose(1, 2, 2, 0, 0, 0).Mag(), 3);
-  EXPECT_EQ(Pose(1, 1, 1, 1, 1, 2).MagSqr(), 9);
-  EXPECT_EQ(Pose(-1, 1, -1, 1, -1, 2).Mag(), 3);
+  EXPECT_EQ(Tool(1, 2, 2, 0, 0, 0).Mag(), 3);
+  EXPECT_EQ(Tool(1, 1, 1, 1, 1, 2).MagSqr(), 9);
+  EXPECT_EQ(Tool(-1, 1, -1, 1, -1, 2).Mag(), 3);
   EXPECT_EQ(TPoint6D().Mag(), 0);
 }
 
 TEST(TPoint6D, GetMinItemIsTheSmallestComponentWithItsSign) {
-  EXPECT_EQ(Pose(3, 1, 2, 5, 4, 6).GetMinItem(), 1);
+  EXPECT_EQ(Tool(3, 1, 2, 5, 4, 6).GetMinItem(), 1);
   for (int i = 0; i < 6; ++i) {
     TPoint6D pose = SixTimes(1);
     pose.Items(i) = -7;
@@ -188,14 +186,14 @@ TEST(TPoint6D, GetMinItemIsTheSmallestComponentWithItsSign) {
 }
 
 TEST(TPoint6D, GetMinItemIsReplacedOnlyOnStrictlySmaller) {
-  EXPECT_FALSE(std::signbit(Pose(0.0, -0.0, 1, 1, 1, 1).GetMinItem()));
-  EXPECT_TRUE(std::signbit(Pose(-0.0, 0.0, 1, 1, 1, 1).GetMinItem()));
-  EXPECT_EQ(Pose(1, kNaN, 2, 3, 4, 5).GetMinItem(), 1);
+  EXPECT_FALSE(std::signbit(Tool(0.0, -0.0, 1, 1, 1, 1).GetMinItem()));
+  EXPECT_TRUE(std::signbit(Tool(-0.0, 0.0, 1, 1, 1, 1).GetMinItem()));
+  EXPECT_EQ(Tool(1, kNaN, 2, 3, 4, 5).GetMinItem(), 1);
 }
 
 RC_GTEST_PROP(TPoint6D, SumsAndDifferencesUndoEachOther, ()) {
-  const TPoint6D p = *AnyPose();
-  const TPoint6D q = *AnyPose();
+  const TPoint6D p = *AnyTool();
+  const TPoint6D q = *AnyTool();
   RC_ASSERT(TPoint6D::Abs(p + q - q - p).Mag() <= 1e-11);
   RC_ASSERT((p - q).ToArray() == (-(q - p)).ToArray());
   RC_ASSERT((p + q).ToArray() == (q + p).ToArray());
@@ -206,16 +204,16 @@ RC_GTEST_PROP(TPoint6D, SumsAndDifferencesUndoEachOther, ()) {
 // ---------------------------------------------------------------------------------------------- equality
 
 TEST(TPoint6D, EqualityAllowsForAMillionthInEachComponent) {
-  EXPECT_TRUE(Pose(1, 0, 0, 0, 0, 0) == Pose(1.0000009, 0, 0, 0, 0, 0));
+  EXPECT_TRUE(Tool(1, 0, 0, 0, 0, 0) == Tool(1.0000009, 0, 0, 0, 0, 0));
   for (int i = 0; i < 6; ++i) {
-    TPoint6D near = Pose(1, 2, 3, 4, 5, 6);
+    TPoint6D near = Tool(1, 2, 3, 4, 5, 6);
     TPoint6D far = near;
     near.Items(i) += 0.9e-6;
     far.Items(i) -= 2e-6;
-    EXPECT_TRUE(Pose(1, 2, 3, 4, 5, 6) == near) << i;
-    EXPECT_FALSE(Pose(1, 2, 3, 4, 5, 6) != near) << i;
-    EXPECT_FALSE(Pose(1, 2, 3, 4, 5, 6) == far) << i;
-    EXPECT_TRUE(Pose(1, 2, 3, 4, 5, 6) != far) << i;
+    EXPECT_TRUE(Tool(1, 2, 3, 4, 5, 6) == near) << i;
+    EXPECT_FALSE(Tool(1, 2, 3, 4, 5, 6) != near) << i;
+    EXPECT_FALSE(Tool(1, 2, 3, 4, 5, 6) == far) << i;
+    EXPECT_TRUE(Tool(1, 2, 3, 4, 5, 6) != far) << i;
   }
   EXPECT_TRUE(SixTimes(0) == SixTimes(0.9e-6));
 }
@@ -226,7 +224,7 @@ TEST(TPoint6D, ADifferenceOfExactlyTheToleranceIsEqual) {
 }
 
 TEST(TPoint6D, AComponentThatIsNoNumberEqualsNothing) {
-  const TPoint6D pose = Pose(0, 0, 0, 0, 0, kNaN);
+  const TPoint6D pose = Tool(0, 0, 0, 0, 0, kNaN);
   EXPECT_FALSE(pose == pose);
   EXPECT_TRUE(pose != pose);
 }
@@ -234,44 +232,44 @@ TEST(TPoint6D, AComponentThatIsNoNumberEqualsNothing) {
 // ---------------------------------------------------------------------------------------------- normalising
 
 TEST(TPoint6D, NormalizeScalesPositionAndDirectionTogether) {
-  TPoint6D pose = Pose(3, 0, 0, 4, 0, 0);
+  TPoint6D pose = Tool(3, 0, 0, 4, 0, 0);
   pose.Normalize();
-  EXPECT_THAT(pose, IsExactPose(Pose(0.6, 0, 0, 0.8, 0, 0)));
+  EXPECT_THAT(pose, IsExactPose(Tool(0.6, 0, 0, 0.8, 0, 0)));
 }
 
 TEST(TPoint6D, NormalizeOfNextToNothingGivesAllZeros) {
   for (const double length : {1e-9, 1e-8, 0.0, -1e-8}) {
-    TPoint6D pose = Pose(length, 0, 0, 0, 0, 0);
+    TPoint6D pose = Tool(length, 0, 0, 0, 0, 0);
     pose.Normalize();
     EXPECT_THAT(pose, IsExactPose(SixTimes(0))) << length;
   }
-  EXPECT_THAT(Pose(0, 0, 0, 0, -1.1e-8, 0).Normal(), IsExactPose(Pose(0, 0, 0, 0, -1, 0)));
+  EXPECT_THAT(Tool(0, 0, 0, 0, -1.1e-8, 0).Normal(), IsExactPose(Tool(0, 0, 0, 0, -1, 0)));
 }
 
 TEST(TPoint6D, NormalIsANormalizedCopy) {
-  const TPoint6D pose = Pose(1, 2, 2, 0, 0, 0);
-  EXPECT_THAT(pose.Normal(), IsExactPose(Pose(1.0 / 3, 2.0 / 3, 2.0 / 3, 0, 0, 0)));
+  const TPoint6D pose = Tool(1, 2, 2, 0, 0, 0);
+  EXPECT_THAT(pose.Normal(), IsExactPose(Tool(1.0 / 3, 2.0 / 3, 2.0 / 3, 0, 0, 0)));
   EXPECT_EQ(pose.X, 1);
 }
 
 TEST(TPoint6D, VecNormalizeMakesTheDirectionAUnitVectorAndKeepsThePosition) {
-  TPoint6D pose = Pose(10, 20, 30, 0, 3, -4);
-  EXPECT_THAT(pose.VecNormal(), IsExactPose(Pose(10, 20, 30, 0, 0.6, -0.8)));
+  TPoint6D pose = Tool(10, 20, 30, 0, 3, -4);
+  EXPECT_THAT(pose.VecNormal(), IsExactPose(Tool(10, 20, 30, 0, 0.6, -0.8)));
   EXPECT_EQ(pose.B, 3);
   pose.VecNormalize();
-  EXPECT_THAT(pose, IsExactPose(Pose(10, 20, 30, 0, 0.6, -0.8)));
+  EXPECT_THAT(pose, IsExactPose(Tool(10, 20, 30, 0, 0.6, -0.8)));
 }
 
 TEST(TPoint6D, AZeroDirectionStaysZero) {
-  EXPECT_THAT(Pose(1, 2, 3, 0, 0, 0).VecNormal(), IsExactPose(Pose(1, 2, 3, 0, 0, 0)));
+  EXPECT_THAT(Tool(1, 2, 3, 0, 0, 0).VecNormal(), IsExactPose(Tool(1, 2, 3, 0, 0, 0)));
 }
 
 TEST(TPoint6D, ATinyDirectionIsADirection) {
-  EXPECT_THAT(Pose(1, 2, 3, 0, 0, -1e-12).VecNormal(), IsExactPose(Pose(1, 2, 3, 0, 0, -1)));
+  EXPECT_THAT(Tool(1, 2, 3, 0, 0, -1e-12).VecNormal(), IsExactPose(Tool(1, 2, 3, 0, 0, -1)));
 }
 
 RC_GTEST_PROP(TPoint6D, ANormalHasLength1InSixComponentsOrInTheDirection, ()) {
-  const TPoint6D pose = *AnyPose();
+  const TPoint6D pose = *AnyTool();
   RC_PRE(pose.GetVector().Mag() > 1e-6);
   RC_ASSERT(std::fabs(pose.Normal().Mag() - 1) <= 4e-16);
   RC_ASSERT((pose.Normal() * pose.Mag() - pose).Mag() <= 1e-15 * pose.Mag());
@@ -279,22 +277,22 @@ RC_GTEST_PROP(TPoint6D, ANormalHasLength1InSixComponentsOrInTheDirection, ()) {
 }
 
 TEST(TPoint6D, ShadowLengthIsTheSignedLengthOfTheProjection) {
-  EXPECT_EQ(Pose(3, 4, 0, 0, 0, 5).ShadowLengthOnVec(Pose(2, 0, 0, 0, 0, 0)), 3);
-  EXPECT_EQ(Pose(3, 4, 0, 0, 0, 5).ShadowLengthOnVec(Pose(0, 0, 0, 0, 0, -7)), -5);
-  EXPECT_EQ(Pose(1, 0, 0, 0, 0, 0).ShadowLengthOnVec(Pose(0, 1, 0, 1, 0, 0)), 0);
-  EXPECT_EQ(Pose(1, 2, 2, 4, 0, 0).ShadowLengthOnVec(Pose(1, 2, 2, 4, 0, 0)), 5);
+  EXPECT_EQ(Tool(3, 4, 0, 0, 0, 5).ShadowLengthOnVec(Tool(2, 0, 0, 0, 0, 0)), 3);
+  EXPECT_EQ(Tool(3, 4, 0, 0, 0, 5).ShadowLengthOnVec(Tool(0, 0, 0, 0, 0, -7)), -5);
+  EXPECT_EQ(Tool(1, 0, 0, 0, 0, 0).ShadowLengthOnVec(Tool(0, 1, 0, 1, 0, 0)), 0);
+  EXPECT_EQ(Tool(1, 2, 2, 4, 0, 0).ShadowLengthOnVec(Tool(1, 2, 2, 4, 0, 0)), 5);
 }
 
 TEST(TPoint6D, TheShadowOnNextToNothingIsTheOwnLength) {
-  EXPECT_EQ(Pose(1, 2, 2, 0, 0, 0).ShadowLengthOnVec(TPoint6D::FZero), 3);
-  EXPECT_EQ(Pose(-1, 2, 2, 0, 0, 0).ShadowLengthOnVec(Pose(1e-8, 0, 0, 0, 0, 0)), 3);
-  EXPECT_EQ(Pose(-1, 2, 2, 0, 0, 0).ShadowLengthOnVec(Pose(1.1e-8, 0, 0, 0, 0, 0)), -1);
+  EXPECT_EQ(Tool(1, 2, 2, 0, 0, 0).ShadowLengthOnVec(TPoint6D::FZero), 3);
+  EXPECT_EQ(Tool(-1, 2, 2, 0, 0, 0).ShadowLengthOnVec(Tool(1e-8, 0, 0, 0, 0, 0)), 3);
+  EXPECT_EQ(Tool(-1, 2, 2, 0, 0, 0).ShadowLengthOnVec(Tool(1.1e-8, 0, 0, 0, 0, 0)), -1);
 }
 
 TEST(TPoint6D, RestrainRangeClampsEachComponent) {
-  TPoint6D pose = Pose(-5, 0, 5, 1, 2, 3);
-  pose.RestrainRange(Pose(-1, -1, -1, 1, 4, 0), Pose(1, 1, 1, 1, 5, 2.5));
-  EXPECT_THAT(pose, IsExactPose(Pose(-1, 0, 1, 1, 4, 2.5)));
+  TPoint6D pose = Tool(-5, 0, 5, 1, 2, 3);
+  pose.RestrainRange(Tool(-1, -1, -1, 1, 4, 0), Tool(1, 1, 1, 1, 5, 2.5));
+  EXPECT_THAT(pose, IsExactPose(Tool(-1, 0, 1, 1, 4, 2.5)));
 }
 
 TEST(TPoint6D, WhereTheLowerBoundLiesAboveTheUpperTheUpperWins) {
@@ -306,22 +304,22 @@ TEST(TPoint6D, WhereTheLowerBoundLiesAboveTheUpperTheUpperWins) {
 }
 
 TEST(TPoint6D, APoseMayBeItsOwnBound) {
-  TPoint6D pose = Pose(1, 2, 3, 4, 5, 6);
+  TPoint6D pose = Tool(1, 2, 3, 4, 5, 6);
   pose.RestrainRange(pose, SixTimes(4));
-  EXPECT_THAT(pose, IsExactPose(Pose(1, 2, 3, 4, 4, 4)));
+  EXPECT_THAT(pose, IsExactPose(Tool(1, 2, 3, 4, 4, 4)));
 }
 
 // ---------------------------------------------------------------------------------------------- text
 
 TEST(TPoint6D, ToString1033WritesSixFixedNumbers) {
-  EXPECT_EQ(Pose(1, 2, 3, 0, 0, 1).ToString1033(3), "1.000,2.000,3.000,0.000,0.000,1.000");
-  EXPECT_EQ(Pose(10, 0, -5.25, 0, 0, 1).ToString1033(3), "10.000,0.000,-5.250,0.000,0.000,1.000");
-  EXPECT_EQ(Pose(1234567.5, -0.0004, 0.0005, 2.5, -0.0, 1e-20).ToString1033(3),
+  EXPECT_EQ(Tool(1, 2, 3, 0, 0, 1).ToString1033(3), "1.000,2.000,3.000,0.000,0.000,1.000");
+  EXPECT_EQ(Tool(10, 0, -5.25, 0, 0, 1).ToString1033(3), "10.000,0.000,-5.250,0.000,0.000,1.000");
+  EXPECT_EQ(Tool(1234567.5, -0.0004, 0.0005, 2.5, -0.0, 1e-20).ToString1033(3),
             "1234567.500,-0.000,0.001,2.500,-0.000,0.000");
 }
 
 TEST(TPoint6D, TheNumberOfDigitsIsClampedTo0To12) {
-  const TPoint6D pose = Pose(1, 2, 3, 0, 0, 1);
+  const TPoint6D pose = Tool(1, 2, 3, 0, 0, 1);
   for (const int digits : {-4, -1, 0, INT_MIN}) EXPECT_EQ(pose.ToString1033(digits), "1,2,3,0,0,1");
   const std::string twelve =
       "1.000000000000,2.000000000000,3.000000000000,0.000000000000,0.000000000000,1.000000000000";
@@ -334,12 +332,12 @@ TEST(TPoint6D, TheNumberOfDigitsIsClampedTo0To12) {
 
 TEST(TPoint6D, AppendString1033LeavesTheTextBefore) {
   std::string text = "1: ";
-  Pose(1, 2, 3, 0, 0, 1).AppendString1033(text, 0);
+  Tool(1, 2, 3, 0, 0, 1).AppendString1033(text, 0);
   EXPECT_EQ(text, "1: 1,2,3,0,0,1");
 }
 
 TEST(TPoint6D, Parse1033TakesCommasBlanksAndQuotes) {
-  const TPoint6D expected = Pose(1, 2, 3, 4, 5, 6);
+  const TPoint6D expected = Tool(1, 2, 3, 4, 5, 6);
   for (const std::string_view text : {"1,2,3,4,5,6"sv, "1, 2, 3, 4, 5, 6"sv, "1 2 3 4 5 6"sv, " 1 , 2 ,3,4,5,6 "sv,
                                       "\t1\t2 3,4 ,5\x0B"
                                       "6\r\n"sv,
@@ -385,7 +383,7 @@ TEST(TPoint6D, DecimalCommasGiveAWrongCount) {
 TEST(TPoint6D, TheLocaleFormsFollowTheLocaleAndTheOthersDoNot) {
   for (const std::locale& locale : {std::locale("de_DE.UTF-8"), DecimalCommaLocale()}) {
     const TLocaleGuard guard(locale);
-    const TPoint6D pose = Pose(1234567.5, -2.25, 0, 0, 0, 1);
+    const TPoint6D pose = Tool(1234567.5, -2.25, 0, 0, 0, 1);
     EXPECT_EQ(pose.ToString(2), "1234567,50,-2,25,0,00,0,00,0,00,1,00");
     EXPECT_EQ(pose.ToString1033(2), "1234567.50,-2.25,0.00,0.00,0.00,1.00");
     EXPECT_THAT(TPoint6D::Parse(R"("1234567,5" "-2,25" 0 0 0 1)"), IsExactPose(pose));
@@ -400,13 +398,13 @@ TEST(TPoint6D, TheLocaleFormsFollowTheLocaleAndTheOthersDoNot) {
 
 TEST(TPoint6D, InTheClassicLocaleBothFormsAreTheSame) {
   const TLocaleGuard guard(std::locale::classic());
-  const TPoint6D pose = Pose(1234567.5, -2.25, 0.1, 0, 0, 1);
+  const TPoint6D pose = Tool(1234567.5, -2.25, 0.1, 0, 0, 1);
   EXPECT_EQ(pose.ToString(5), pose.ToString1033(5));
   EXPECT_THAT(TPoint6D::Parse(pose.ToString(5)), IsExactPose(pose));
 }
 
 RC_GTEST_PROP(TPoint6D, WhatIsPrintedParsesBackToThePrintedDigits, ()) {
-  const TPoint6D pose = *AnyPose();
+  const TPoint6D pose = *AnyTool();
   const int digits = *rc::gen::inRange(0, 13);
   const std::string text = pose.ToString1033(digits);
   const TPoint6D parsed = TPoint6D::Parse1033(text);

@@ -2,16 +2,11 @@
 
 #include "ZORGeometry/CADTypes6D/PoseTestSupport.h"
 
-#include <limits>
-
 namespace ZORBase {
 namespace {
 
 using namespace Test;  // NOLINT(google-build-using-namespace)
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr TQuaternion kOne = TQuaternion::Create(1, 0, 0, 0);
-constexpr TQuaternion kI = TQuaternion::Create(0, 1, 0, 0);
 constexpr TQuaternion kJ = TQuaternion::Create(0, 0, 1, 0);
 constexpr TQuaternion kK = TQuaternion::Create(0, 0, 0, 1);
 

@@ -2,9 +2,6 @@
 
 #include "support/TestSupport.h"
 
-#include <limits>
-#include <numbers>
-
 namespace ZORBase {
 namespace {
 
@@ -13,9 +10,6 @@ using Test::TLocaleGuard;
 using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::Pointwise;
-
-constexpr double kPi = std::numbers::pi;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // ---------------------------------------------------------------------------------------------- rotations, independently
 

@@ -2,8 +2,6 @@
 
 #include "support/TestSupport.h"
 
-#include <numbers>
-
 namespace ZORBase {
 namespace {
 
@@ -12,8 +10,6 @@ using Test::RaisesGeneralError;
 using Test::TLocaleGuard;
 using testing::ElementsAre;
 using testing::EndsWith;
-
-constexpr double kPi = std::numbers::pi;
 
 const auto kPoint = TEulerPoint::Create(1, 2, 3, 4, 5, 6);
 

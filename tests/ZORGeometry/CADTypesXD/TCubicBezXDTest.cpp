@@ -22,9 +22,6 @@ using Test::TPlainBezXD;
 using Test::TRandom;
 using Test::WithTail;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::nan("");
-
 static_assert(std::is_trivially_copyable_v<TCubicBezXD>);
 
 const TCubicBezXD kStraight = TCubicBezXD::Create(PointOf({0}), PointOf({1}), PointOf({2}), PointOf({3}));

@@ -7,7 +7,6 @@
 #include <array>
 #include <limits>
 #include <memory>
-#include <numbers>
 #include <vector>
 
 namespace ZORBase {
@@ -21,10 +20,6 @@ using Test::RaisesGeneralError;
 using Test::RandomNumber;
 using Test::RandomPoint;
 using Test::TRandom;
-
-constexpr double kPi = std::numbers::pi;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::nan("");
 
 // ---------------------------------------------------------------------------------------------- not a number, infinite
 

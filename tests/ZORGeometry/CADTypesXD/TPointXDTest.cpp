@@ -4,7 +4,6 @@
 #include "support/TestSupport.h"
 
 #include <limits>
-#include <numbers>
 #include <type_traits>
 #include <vector>
 
@@ -21,9 +20,6 @@ using Test::RandomPoint;
 using Test::TLocaleGuard;
 using Test::TRandom;
 using Test::WithTail;
-
-constexpr double kPi = std::numbers::pi;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Copied and stored by value, an integer and 44 numbers.
 static_assert(std::is_trivially_copyable_v<TPointXD>);

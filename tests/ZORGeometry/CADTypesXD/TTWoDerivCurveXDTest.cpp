@@ -33,8 +33,6 @@ using testing::ContainsRegex;
 using testing::Each;
 using testing::ElementsAre;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 static_assert(std::is_move_constructible_v<TTWoDerivCurveXD>);
 static_assert(!std::is_polymorphic_v<TTWoDerivCurveXD>);
 // ---------------------------------------------------------------------------------------------- what comes out

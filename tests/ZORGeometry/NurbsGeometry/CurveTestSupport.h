@@ -131,6 +131,9 @@ inline TNurbsBasicFunc BasisOf(std::span<const double> Knots) {
   return basis;
 }
 
+/// The clamped knots of two spans.
+inline const std::vector<double> kTwoSpans = {0, 0, 0, 0, 0.5, 1, 1, 1, 1};
+
 /// Clamped knots on [0, 1] whose spans are empty or at least 1e-5 wide.
 inline rc::Gen<std::vector<double>> AnyClampedKnots() {
   return rc::gen::map(rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 100000)), [](std::vector<int> Inner) {

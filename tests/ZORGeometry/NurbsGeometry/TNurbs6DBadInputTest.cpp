@@ -26,9 +26,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr int kLargestInt = std::numeric_limits<int>::max();
-constexpr int kSmallestInt = std::numeric_limits<int>::min();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const double kNoNumber = std::nan("");
 constexpr std::string_view kCoincident = "Error TNurbs6D.CreateCross PtList distance is 0";
 

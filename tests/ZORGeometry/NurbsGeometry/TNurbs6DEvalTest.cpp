@@ -1,7 +1,6 @@
 // Evaluating: points, derivatives, and curves of given control points.
 #include <ZORBase/ZORGeometry/NurbsGeometry/TNurbs6D.h>
 
-#include <limits>
 #include <thread>
 
 #include "CurveTestSupport.h"
@@ -27,10 +26,7 @@ using Test::TPathKind;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-const TNurbs6D& SomeCurve() {
+const TNurbs6D& TwelvePoseCurve() {
   static const TNurbs6D curve = [] {
     std::mt19937_64 random(20240618);
     return CurveThrough(RandomPoses(random, TPathKind::Walk, 12));
@@ -112,7 +108,7 @@ bool IsNear(const TPoint6D& Point, const TWidePoint& Expected, long double Toler
 // ---------------------------------------------------------------------------------------------- points
 
 TEST(TNurbs6D, ParametersOutside0To1GiveTheOuterControlPointsExactly) {
-  const TNurbs6D& curve = SomeCurve();
+  const TNurbs6D& curve = TwelvePoseCurve();
   for (const double u : {1.0, 1.5, 1e300, kInfinity})
     EXPECT_THAT(curve.EvalPoint(u), IsExactPose(curve.pointArr().back()));
   for (const double u : {0.0, -0.0, -1.0, -1e300, -kInfinity, std::nan("")}) {
@@ -137,7 +133,7 @@ TEST(TNurbs6D, OneSpanIsABezierCurve) {
 }
 
 TEST(TNurbs6D, ManyThreadsReadOneCurveAlike) {
-  const TNurbs6D& curve = SomeCurve();
+  const TNurbs6D& curve = TwelvePoseCurve();
   const auto sumOf = [&curve] {
     double sum = 0;
     for (int i = 0; i <= 1000; ++i)
@@ -186,7 +182,7 @@ TEST(TNurbs6D, TheDerivativesOfTheCubicTheSquareAndTheLine) {
 TEST(TNurbs6D, DerivativesOutside0To1AreThoseAtTheNearestEnd) {
   const auto derivativesAt = [](double u) {
     std::array<TPoint6D, 4> CK;
-    SomeCurve().CurveDerivsAlg1(u, CK);
+    TwelvePoseCurve().CurveDerivsAlg1(u, CK);
     return CK;
   };
   for (const double u : {-1e-300, -0.5, -kInfinity}) {
@@ -195,20 +191,20 @@ TEST(TNurbs6D, DerivativesOutside0To1AreThoseAtTheNearestEnd) {
   for (const double u : {1.0 + kEpsilon, 1.5, kInfinity}) {
     for (std::size_t k = 0; k < 4; ++k) EXPECT_THAT(derivativesAt(u)[k], IsExactPose(derivativesAt(1)[k])) << u;
   }
-  EXPECT_THAT(derivativesAt(1)[0], IsNearPose(SomeCurve().EvalPoint(1), 1e-14));
+  EXPECT_THAT(derivativesAt(1)[0], IsNearPose(TwelvePoseCurve().EvalPoint(1), 1e-14));
 }
 
 TEST(TNurbs6D, ExactlyFourDerivativesAreWritten) {
   std::array<TPoint6D, 6> CK;
   CK.fill(TPoint6D::FOnes);
-  SomeCurve().CurveDerivsAlg1(0.5, CK);
-  EXPECT_THAT(CK[0], IsNearPose(SomeCurve().EvalPoint(0.5), 1e-13));
+  TwelvePoseCurve().CurveDerivsAlg1(0.5, CK);
+  EXPECT_THAT(CK[0], IsNearPose(TwelvePoseCurve().EvalPoint(0.5), 1e-13));
   EXPECT_THAT(CK[4], IsExactPose(TPoint6D::FOnes));
   EXPECT_THAT(CK[5], IsExactPose(TPoint6D::FOnes));
 }
 
 TEST(TNurbs6D, TheSecondDerivativeIsContinuousAndTheThirdIsConstantInEachSpan) {
-  const TNurbs6D& curve = SomeCurve();
+  const TNurbs6D& curve = TwelvePoseCurve();
   const auto derivativesAt = [&](double u) {
     std::array<TPoint6D, 4> CK;
     curve.CurveDerivsAlg1(u, CK);
@@ -262,7 +258,7 @@ TEST(TNurbs6D, CreateByCtlPointsTakesTheFirstPointCountPointsAndFourMoreKnots) {
 }
 
 TEST(TNurbs6D, CreateByCtlPointsLeavesTheTableOfTheCurveBefore) {
-  TNurbs6D curve = SomeCurve();
+  TNurbs6D curve = TwelvePoseCurve();
   const std::vector<TSULine> before = StateOf(curve).Rows;
   EXPECT_TRUE(curve.CreateByCtlPoints(ClampedKnots(5), NumberedPoints(5), 5));
   EXPECT_TRUE(std::ranges::equal(curve.SUTable(), before, IsSameRow));
@@ -271,9 +267,9 @@ TEST(TNurbs6D, CreateByCtlPointsLeavesTheTableOfTheCurveBefore) {
 }
 
 TEST(TNurbs6D, ACurveCanTakeOverItsOwnControlPoints) {
-  TNurbs6D curve = SomeCurve();
+  TNurbs6D curve = TwelvePoseCurve();
   EXPECT_TRUE(curve.CreateByCtlPoints(curve.BasicFun().uArr(), curve.pointArr(), curve.pCount()));
-  EXPECT_THAT(curve, HasState(StateOf(SomeCurve())));
+  EXPECT_THAT(curve, HasState(StateOf(TwelvePoseCurve())));
   const std::vector<TPoint6D> tail(curve.pointArr().begin() + 3, curve.pointArr().end());
   EXPECT_TRUE(
       curve.CreateByCtlPoints(curve.BasicFun().uArr().subspan(3), curve.pointArr().subspan(3), curve.pCount() - 3));

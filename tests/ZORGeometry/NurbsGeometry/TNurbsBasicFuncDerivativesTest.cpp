@@ -1,8 +1,6 @@
 // The derivatives of the basis functions.
 #include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
 
-#include <limits>
-
 #include "CurveTestSupport.h"
 
 namespace ZORBase {
@@ -11,16 +9,11 @@ namespace {
 using Test::AnyClampedKnots;
 using Test::AnyParameter;
 using Test::BasisOf;
+using Test::kTwoSpans;
 using Test::RaisesGeneralError;
 using Test::RecursiveBasis;
 using testing::_;
 using testing::ElementsAre;
-
-constexpr int kLargestInt = std::numeric_limits<int>::max();
-constexpr int kSmallestInt = std::numeric_limits<int>::min();
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-
-const std::vector<double> kTwoSpans = {0, 0, 0, 0, 0.5, 1, 1, 1, 1};
 
 RC_GTEST_PROP(TNurbsBasicFunc, DerivativesOfEveryDegreeAreThoseOfTheRecursion, ()) {
   const std::vector<double> knots = *AnyClampedKnots();

@@ -12,17 +12,12 @@ using Test::AnyClampedKnots;
 using Test::AnyParameter;
 using Test::BasisOf;
 using Test::GeneralErrorOf;
+using Test::kTwoSpans;
 using Test::RaisesGeneralError;
 using Test::RecursiveBasis;
 using testing::_;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-
-constexpr int kLargestInt = std::numeric_limits<int>::max();
-constexpr int kSmallestInt = std::numeric_limits<int>::min();
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-
-const std::vector<double> kTwoSpans = {0, 0, 0, 0, 0.5, 1, 1, 1, 1};
 
 std::array<double, 4> ValuesOf(const TNurbsBasicFunc& Basis, int Span, double u) {
   std::array<double, 4> N{};

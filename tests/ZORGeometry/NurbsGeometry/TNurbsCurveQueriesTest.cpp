@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <random>
 #include <vector>
 
@@ -16,8 +15,6 @@ namespace {
 using Test::IsExactPose;
 using Test::PosesFrom;
 using Test::RaisesGeneralError;
-
-constexpr double kPi = std::numbers::pi;
 
 double Uniform(std::mt19937_64& Random, double From, double To) {
   return From + (To - From) * static_cast<double>(Random() >> 11U) * 0x1p-53;

@@ -24,8 +24,6 @@ using testing::StartsWith;
 
 constexpr double kMax = std::numeric_limits<double>::max();
 constexpr double kTiny = std::numeric_limits<double>::denorm_min();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 std::uint64_t Bits(double Value) { return std::bit_cast<std::uint64_t>(Value); }
 
@@ -302,7 +300,7 @@ RC_GTEST_PROP(StrToFloat1033, AllDigitsOfADoubleGiveItsBits, ()) {
 RC_GTEST_PROP(StrToFloat1033, TheMiddleOfTwoDoublesGoesToTheEvenOneAndAnythingAboveItUp, ()) {
   const double value = std::fabs(*AnyFinite());
   RC_PRE(value < kMax);
-  const double next = std::nextafter(value, kInf);
+  const double next = std::nextafter(value, kInfinity);
   const TParts parts = PartsOf(value);
   const std::string middle = TExactDecimal(2 * parts.Mantissa + 1, parts.Exponent - 1).Text();
   RC_ASSERT(StrToFloat1033(middle) == (Bits(value) % 2 == 0 ? value : next));
@@ -392,8 +390,8 @@ TEST(AppendFixed, NanAndInfinitiesReadAsWords) {
   for (const TNumberForm form : {nf1033, nfLocale}) {
     EXPECT_EQ(Fixed(kNaN, 3, form), "nan");
     EXPECT_EQ(Fixed(-kNaN, 3, form), "nan");
-    EXPECT_EQ(Fixed(kInf, 3, form), "inf");
-    EXPECT_EQ(Fixed(-kInf, 3, form), "-inf");
+    EXPECT_EQ(Fixed(kInfinity, 3, form), "inf");
+    EXPECT_EQ(Fixed(-kInfinity, 3, form), "-inf");
   }
 }
 
@@ -445,8 +443,8 @@ TEST(FloatToStr, GivesUpTo15SignificantDigits) {
       {0.0001, "0.0001"},
       {0.00001, "1e-05"},
       {1e15, "1e+15"},
-      {kInf, "inf"},
-      {-kInf, "-inf"},
+      {kInfinity, "inf"},
+      {-kInfinity, "-inf"},
       {kNaN, "nan"},
       {-kNaN, "nan"},
   };

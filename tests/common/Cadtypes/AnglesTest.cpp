@@ -2,12 +2,8 @@
 
 #include "support/TestSupport.h"
 
-#include <numbers>
-
 namespace ZORBase {
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 static_assert(DegToRad(180.0) == kPi && RadToDeg(kPi) == 180.0);
 

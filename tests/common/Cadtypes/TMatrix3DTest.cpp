@@ -4,13 +4,11 @@
 
 #include <rapidcheck/gtest.h>
 #include <cmath>
-#include <numbers>
 #include <type_traits>
 
 namespace ZORBase {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr TPoint3D kX = TPoint3D::Create(1, 0, 0);
 constexpr TPoint3D kY = TPoint3D::Create(0, 1, 0);
 constexpr TPoint3D kZ = TPoint3D::Create(0, 0, 1);
@@ -25,7 +23,7 @@ TMatrix3D Turn(double Angle, const TPoint3D& Axis) {
 
 double Distance(const TPoint3D& P, const TPoint3D& Q) { return (P - Q).Mag(); }
 
-rc::Gen<TPoint3D> AnyVector() {
+rc::Gen<TPoint3D> AnyAxis() {
   const auto component = rc::gen::map(rc::gen::inRange(-1000, 1000), [](int Steps) { return Steps * 0.01; });
   return rc::gen::map(
       rc::gen::tuple(component, component, component),
@@ -81,11 +79,11 @@ TEST(TMatrix3D, TheLengthOfTheAxisDoesNotMatter) {
 }
 
 RC_GTEST_PROP(TMatrix3D, ATurnKeepsLengthsAnglesAndItsAxis, ()) {
-  const TPoint3D axis = *AnyVector();
+  const TPoint3D axis = *AnyAxis();
   RC_PRE(axis.Mag() > 0);
   const TMatrix3D matrix = Turn(*AnyAngle(), axis);
-  const TPoint3D p = *AnyVector();
-  const TPoint3D q = *AnyVector();
+  const TPoint3D p = *AnyAxis();
+  const TPoint3D q = *AnyAxis();
   const double scale = 1e-14 * (1 + p.MagSqr() + q.MagSqr());
   RC_ASSERT(std::fabs(matrix.Transform(p).DotMul(matrix.Transform(q)) - p.DotMul(q)) <= scale);
   RC_ASSERT(Distance(matrix.Transform(p).CrossMul(matrix.Transform(q)), matrix.Transform(p.CrossMul(q))) <= scale);
@@ -93,11 +91,11 @@ RC_GTEST_PROP(TMatrix3D, ATurnKeepsLengthsAnglesAndItsAxis, ()) {
 }
 
 RC_GTEST_PROP(TMatrix3D, TurnsAboutOneAxisAddAndTheReversedAxisTurnsBack, ()) {
-  const TPoint3D axis = *AnyVector();
+  const TPoint3D axis = *AnyAxis();
   RC_PRE(axis.Mag() > 0);
   const double a = *AnyAngle();
   const double b = *AnyAngle();
-  const TPoint3D p = *AnyVector();
+  const TPoint3D p = *AnyAxis();
   TMatrix3D both = Turn(a, axis);
   both.RotateBy(b, axis);
   RC_ASSERT(Distance(both.Transform(p), Turn(a + b, axis).Transform(p)) <= 1e-13 * (1 + p.Mag()));
@@ -107,8 +105,8 @@ RC_GTEST_PROP(TMatrix3D, TurnsAboutOneAxisAddAndTheReversedAxisTurnsBack, ()) {
 
 // A vector across the axis turns by the angle itself.
 RC_GTEST_PROP(TMatrix3D, AVectorAcrossTheAxisTurnsByTheAngle, ()) {
-  const TPoint3D axis = *AnyVector();
-  const TPoint3D other = *AnyVector();
+  const TPoint3D axis = *AnyAxis();
+  const TPoint3D other = *AnyAxis();
   const TPoint3D across = axis.CrossMul(other);
   RC_PRE(across.Mag() > 0);
   const double angle = *AnyAngle();

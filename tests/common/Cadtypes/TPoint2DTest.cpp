@@ -3,13 +3,10 @@
 #include "support/TestSupport.h"
 
 #include <cmath>
-#include <numbers>
 #include <type_traits>
 
 namespace ZORBase {
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 static_assert(std::is_trivially_copyable_v<TPoint2D> && sizeof(TPoint2D) == 2 * sizeof(double));
 

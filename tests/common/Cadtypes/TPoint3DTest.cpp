@@ -5,14 +5,10 @@
 #include <rapidcheck/gtest.h>
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <numbers>
 #include <type_traits>
 
 namespace ZORBase {
 namespace {
-
-constexpr double kPi = std::numbers::pi;
 
 static_assert(std::is_trivially_copyable_v<TPoint3D> && sizeof(TPoint3D) == 3 * sizeof(double));
 
