@@ -2,6 +2,7 @@
 #pragma once
 
 #include <ZORBase/Package.h>
+#include <ZORBase/Version.h>
 #include <ZORBase/ZORBaseAlg/LowPassFilter.h>
 #include <ZORBase/ZORBaseAlg/uBezierHelper.h>
 #include <ZORBase/ZORBaseAlg/uFFT.h>

@@ -10,7 +10,7 @@ set -euo pipefail
 declare -A packages=(
   [build]="g++ cmake ninja-build libcli11-dev libfmt-dev nlohmann-json3-dev"
   [plot]="gnuplot-nox"
-  [test]="clang libclang-rt-dev libgtest-dev libgmock-dev librapidcheck-dev libeigen3-dev locales-all"
+  [test]="clang libclang-rt-dev libgtest-dev libgmock-dev librapidcheck-dev libeigen3-dev locales-all pkgconf"
   [lint]="clang clang-format clang-tidy"
   [bench]="libbenchmark-dev"
   [docs]="doxygen"

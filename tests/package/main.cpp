@@ -1,10 +1,15 @@
 #include <ZORBase/ZORBase.h>
 
-// Ends with 0 when a straight path of 30 fitted by the installed library is 30 long.
+#include <iostream>
+
 int main() {
-  const ZORBase::TPackageSession session;
+  const ZORBase::TPackageSession session;  // starts the library, and shuts it down at the end
+
   ZORBase::TPoint6DList poses;
-  for (int i = 0; i < 4; ++i) poses.Add(10.0 * i, 0.0, 0.0);
-  ZORBase::TNurbs6D line;
-  return line.CreateCross(&poses, ZORBase::mChord) && ZORBase::fEqual(line.CurveLength(), 30.0, 1e-9) ? 0 : 1;
+  poses.LoadFromFile("part.txt");
+
+  ZORBase::TNurbs6D curve;
+  if (!curve.CreateCross(&poses, ZORBase::mChord)) return 1;  // fewer than four poses
+  const ZORBase::TPoint6D halfWay = curve.EvalPoint(curve.ParamOfLength(curve.CurveLength() / 2));
+  std::cout << halfWay.ToString1033(3) << "\n";
 }

@@ -1,5 +1,6 @@
 #include <zor/Program.h>
 
+#include <ZORBase/Version.h>
 #include <fmt/format.h>
 #include <zor/Commands.h>
 #include <zor/ExitStatus.h>
@@ -62,7 +63,7 @@ int RunProgram(int ArgCount, char** Args) {
   CLI::App program("Works on measured tool poses, smooth paths through them, and sampled signals.", "zor");
   program.footer(kFooter);
   program.set_help_flag("-h,--help", "Print this help and exit");
-  program.set_version_flag("--version", "zor " ZOR_VERSION, "Print the version and exit");
+  program.set_version_flag("--version", "zor " ZORBASE_VERSION, "Print the version and exit");
   program.require_subcommand(0, 1);
   AddInfoCommand(program);
   AddFitCommand(program);

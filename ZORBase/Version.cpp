@@ -1,0 +1,7 @@
+#include <ZORBase/Version.h>
+
+namespace ZORBase {
+
+const char* LibraryVersion() { return ZORBASE_VERSION; }
+
+}  // namespace ZORBase
