@@ -43,9 +43,21 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zorbase.pc DESTINATION ${pkgconfig_fol
 
 if(TARGET zor)
   install(TARGETS zor COMPONENT tools)
+  install(DIRECTORY ${ZORBASE_PAGES}/ DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT tools)
   if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     # Anywhere but where the system looks by itself, zor finds the library that lies beside it.
     file(RELATIVE_PATH library_from_zor ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(zor PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_zor}")
   endif()
+endif()
+
+# There once the target docs was built.
+install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zorbase-doc
+  COMPONENT documentation OPTIONAL)
+install(DIRECTORY examples data DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zorbase-doc COMPONENT documentation)
+
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  include(ZORBasePackages)
+else()
+  install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zorbase COMPONENT development)
 endif()

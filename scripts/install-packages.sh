@@ -5,15 +5,17 @@
 #   plot      what zor draws pictures with
 #   test      the second compiler, test frameworks, and locales with a decimal comma
 #   lint, bench, docs, coverage   what scripts/lint.sh and the targets of these names use
+#   packages  what scripts/test-packages.sh builds and tries Debian packages with
 set -euo pipefail
 
 declare -A packages=(
   [build]="g++ cmake ninja-build libcli11-dev libfmt-dev nlohmann-json3-dev"
   [plot]="gnuplot-nox"
-  [test]="clang libclang-rt-dev libgtest-dev libgmock-dev librapidcheck-dev libeigen3-dev locales-all pkgconf"
+  [test]="clang libclang-rt-dev libgtest-dev libgmock-dev librapidcheck-dev libeigen3-dev locales-all pkgconf groff-base"
   [lint]="clang clang-format clang-tidy"
   [bench]="libbenchmark-dev"
   [docs]="doxygen"
+  [packages]="dpkg-dev file man-db pkgconf"
   [coverage]="gcovr"
 )
 

@@ -55,12 +55,10 @@ void Parse(CLI::App& Program, int ArgCount, char** Args) {
 
 }  // namespace
 
-int RunProgram(int ArgCount, char** Args) {
-#ifdef SIGPIPE
-  // Whoever started the command may have this signal ignored; a reader that went away would then be reported as an error.
-  std::signal(SIGPIPE, SIG_DFL);
-#endif
-  CLI::App program("Works on measured tool poses, smooth paths through them, and sampled signals.", "zor");
+std::unique_ptr<CLI::App> MakeProgram() {
+  auto made = std::make_unique<CLI::App>(
+      "Works on measured tool poses, smooth paths through them, and sampled signals.", "zor");
+  CLI::App& program = *made;
   program.footer(kFooter);
   program.set_help_flag("-h,--help", "Print this help and exit");
   program.set_version_flag("--version", "zor " ZORBASE_VERSION, "Print the version and exit");
@@ -73,6 +71,16 @@ int RunProgram(int ArgCount, char** Args) {
   AddBlendCommand(program);
   AddSpectrumCommand(program);
   AddFilterCommand(program);
+  return made;
+}
+
+int RunProgram(int ArgCount, char** Args) {
+#ifdef SIGPIPE
+  // Whoever started the command may have this signal ignored; a reader that went away would then be reported as an error.
+  std::signal(SIGPIPE, SIG_DFL);
+#endif
+  const std::unique_ptr<CLI::App> made = MakeProgram();
+  CLI::App& program = *made;
   try {
     Parse(program, ArgCount, Args);
     return esDone;

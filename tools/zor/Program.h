@@ -1,6 +1,15 @@
 #pragma once
 
+#include <memory>
+
+namespace CLI {
+class App;
+}
+
 namespace ZORBase::Tool {
+
+/// \return the program with all its subcommands, options and help texts.
+std::unique_ptr<CLI::App> MakeProgram();
 
 /// Runs the command line. Results go to standard output or the files it names, errors to standard error as
 /// "zor SUBCOMMAND: what is wrong and what to do".

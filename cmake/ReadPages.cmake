@@ -1,0 +1,11 @@
+# Fails when READER, given ARGUMENTS, has anything to say about one of the files that PAGES matches, or when there is none.
+file(GLOB pages ${PAGES})
+if(NOT pages)
+  message(FATAL_ERROR "There is no ${PAGES}")
+endif()
+foreach(page IN LISTS pages)
+  execute_process(COMMAND ${READER} ${ARGUMENTS} ${page} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT status STREQUAL "0" OR NOT output STREQUAL "")
+    message(FATAL_ERROR "${READER} ends with ${status} on ${page}\n${output}")
+  endif()
+endforeach()
