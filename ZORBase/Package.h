@@ -13,18 +13,18 @@ namespace ZORBase {
 
 /// A module's routines in the start-up table.
 struct TPackageModule {
-  const char* Name;
-  void (*StartUp)();
-  void (*ShutDown)();
+  const char* Name;    ///< its name
+  void (*StartUp)();   ///< runs at the start of the library
+  void (*ShutDown)();  ///< runs at its end
 };
 
 /// The package's descriptor. Everything it points to lives as long as the library is loaded.
 struct TPackageInfoTable {
-  std::int32_t ContainedCount;
-  const char* const* Contained;  ///< names of the modules that the package contains
-  std::int32_t RequiredCount;
-  const char* const* Required;  ///< names of the packages that it requires
-  std::int32_t ModuleCount;
+  std::int32_t ContainedCount;    ///< how many there are of Contained
+  const char* const* Contained;   ///< names of the modules that the package contains
+  std::int32_t RequiredCount;     ///< how many there are of Required
+  const char* const* Required;    ///< names of the packages that it requires
+  std::int32_t ModuleCount;       ///< how many there are of Modules
   const TPackageModule* Modules;  ///< start-up and shut-down routines, in the order of starting
 };
 

@@ -27,12 +27,15 @@ class TModuleGuard {
     if (++FCounter == 0) Work();
   }
 
+  ///@{
+  /// The same for a module that has no work to do then.
   void StartUp() {
     StartUp([] {});
   }
   void ShutDown() {
     ShutDown([] {});
   }
+  ///@}
 
  private:
   // Minus the number of start-ups that no shut-down has answered yet.

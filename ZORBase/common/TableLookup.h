@@ -15,7 +15,7 @@ inline constexpr Extended kRowTolerance = 1e-7L;
 
 /// Where a value stands in a table.
 struct TRowPlace {
-  int Row = 0;
+  int Row = 0;           ///< counted from 0
   bool Between = false;  ///< between Row and Row + 1; otherwise Row itself answers
 };
 

@@ -38,12 +38,14 @@ class ZORBASE_API TBaseLowPassFilter {
   /// Sets the cut-off frequency; N becomes unknown. \throws as SetFsample.
   void SetFcenter(double fc);
 
-  double Frequency() const { return FFc; }
-  double SampleTime() const { return FFs; }
+  double Frequency() const { return FFc; }   ///< the cut-off frequency
+  double SampleTime() const { return FFs; }  ///< the sample frequency, whatever its name says
 
+  ///@{
   /// The length N of the filter, computed with CalN when it is unknown. \throws as CalN.
   int SampleCount() { return GetSampleCount(); }
   int GetSampleCount();
+  ///@}
 
   /// Computes N: for fc > 0 the odd number 2 (ceil((fs/2) / fc) div 2) + 1, otherwise N stays; at least 3 in any case.
   /// \throws the general error when N would be above kMaxSampleCount; N stays as it was.
@@ -85,7 +87,7 @@ class ZORBASE_API TBaseLowPassFilter {
   /// \throws as above, and when more outputs are due than Results has places.
   int RandomTimeFilt(double value, double deltaT, std::span<double> Results);
 
-  double LastOutput() const { return FLastOut; }
+  double LastOutput() const { return FLastOut; }  ///< the last output
 
   // -------------------------------------------------------------------------------------- what the filter does
 
@@ -118,8 +120,11 @@ class ZORBASE_API TBaseLowPassFilter {
 
  protected:
   TBaseLowPassFilter() = default;
+  ///@{
+  /// The filter moved from is empty, as before Initialize.
   TBaseLowPassFilter(TBaseLowPassFilter&&) = default;
   TBaseLowPassFilter& operator=(TBaseLowPassFilter&&) = default;
+  ///@}
 
   /// The length of the design in force, which is not N after a change of frequency; 0 before Initialize.
   int DesignedCount() const { return static_cast<int>(FCoeff.size()); }
@@ -144,17 +149,17 @@ class ZORBASE_API TBaseLowPassFilter {
   /// The work of Filt for samples in a row, with the sums of many outputs at a time.
   void FiltInBlocks(std::span<const double> Values, std::span<double> Results, const TFilterSums& Sums);
 
-  double FFs = 0.0;
-  double FFc = 0.0;
-  double FTc = 0.0;
-  double FLastOut = 0.0;
-  int FN = -1;
-  double FCutoffTime = 0.0;
-  double FCutoffValue = 0.0;
-  TAttenuationAndFList FAttList;
-  TDoubleArray FCoeff;
-  TDoubleArray FSignal;
-  int FSignalIndex = 0;
+  double FFs = 0.0;               ///< sample frequency
+  double FFc = 0.0;               ///< cut-off frequency
+  double FTc = 0.0;               ///< sample time
+  double FLastOut = 0.0;          ///< last output
+  int FN = -1;                    ///< length of the filter, -1 while it is unknown
+  double FCutoffTime = 0.0;       ///< time gathered and not consumed yet
+  double FCutoffValue = 0.0;      ///< last sample given to RandomTimeFilt
+  TAttenuationAndFList FAttList;  ///< attenuation table
+  TDoubleArray FCoeff;            ///< coefficients
+  TDoubleArray FSignal;           ///< the ring, twice
+  int FSignalIndex = 0;           ///< place of the ring that is written next
 
  private:
   [[noreturn]] static void RaiseNotInitialized();

@@ -13,7 +13,7 @@ class ZORBASE_API TLowPassWindowFilter : public TBaseLowPassFilter {
   /// Sets the length of the next design: order below 1 leaves it to the cut-off frequency; an even order is raised by 1. N
   /// stays until CalN is called.
   void SetFilterOrder(int order) { FOrder = order; }
-  int order() const { return FOrder; }
+  int order() const { return FOrder; }  ///< the length asked for; below 1 where the cut-off frequency decides
 
   /// N from the order, or the base rule for an order below 1.
   /// \throws the general error when N would be above kMaxSampleCount; N stays as it was.

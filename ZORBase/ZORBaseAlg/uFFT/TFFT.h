@@ -46,17 +46,21 @@ class ZORBASE_API TFFT {
   /// \return the frequency of the bin, AIndex / (N Dt), in cycles per unit of Dt.
   double getFrq(int AIndex) const;
 
+  ///@{
   /// getAmp and getPhase of all bins.
   TDoubleList Amplitudes() const;
   TDoubleList Phases() const;
+  ///@}
 
   /// The time step of the last CalFFT, 0 before it.
   double Dt() const { return FDt; }
   /// The number of bins.
   int Count() const { return static_cast<int>(FSpectrum.size()); }
+  ///@{
   /// The coefficient and the frequency of each bin; the spans last until the next transform.
   std::span<const TComplex> Spectrum() const { return FSpectrum; }
   std::span<const double> Frq() const { return FFrq; }
+  ///@}
 
  private:
   void Transform(std::span<const double> Samples, double ADt);

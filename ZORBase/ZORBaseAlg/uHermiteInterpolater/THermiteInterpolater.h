@@ -14,8 +14,11 @@ class ZORBASE_API THermiteInterpolater {
  public:
   THermiteInterpolater() = default;
   ~THermiteInterpolater() = default;
+  ///@{
+  /// The table moves along; the one moved from is empty.
   THermiteInterpolater(THermiteInterpolater&&) = default;
   THermiteInterpolater& operator=(THermiteInterpolater&&) = default;
+  ///@}
   THermiteInterpolater(const THermiteInterpolater&) = delete;
   THermiteInterpolater& operator=(const THermiteInterpolater&) = delete;
 
@@ -36,10 +39,10 @@ class ZORBASE_API THermiteInterpolater {
   ///         slope, and "List index out of bounds (0)" for an empty table.
   double CalcY(double X) const;
 
-  const TDoubleList& SrcX() const { return FSrcX; }
-  const TDoubleList& SrcY() const { return FSrcY; }
-  const TDoubleList& SrcDiff() const { return FSrcDiff; }
-  bool IsLoop() const { return FIsLoop; }
+  const TDoubleList& SrcX() const { return FSrcX; }        ///< the places of the samples
+  const TDoubleList& SrcY() const { return FSrcY; }        ///< their values
+  const TDoubleList& SrcDiff() const { return FSrcDiff; }  ///< their slopes, from EndCurve on
+  bool IsLoop() const { return FIsLoop; }                  ///< whether the table is one period
 
  private:
   void UpdataDiff();

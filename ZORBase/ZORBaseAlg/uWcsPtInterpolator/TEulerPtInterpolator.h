@@ -35,16 +35,19 @@ class ZORBASE_API TEulerPtInterpolator {
 
   // -------------------------------------------------------------------------------------- contents
 
-  const TEulerPoint& BeginPt() const { return FBeginPt; }
-  const TEulerPoint& EndPt() const { return FEndPt; }
+  const TEulerPoint& BeginPt() const { return FBeginPt; }    ///< start pose
+  const TEulerPoint& EndPt() const { return FEndPt; }        ///< end pose
   const TPoint3D& OffsetPt() const { return FOffsetPt; }     ///< end position minus start position
   const TEulerAng& OffOrient() const { return FOffOrient; }  ///< end angles minus start angles, not wrapped
   double MaxDis() const { return FMaxDis; }                  ///< the longest step of an automatic count
   double MaxRad() const { return FMaxRad; }                  ///< its largest step of the angles, in radians
 
+  ///@{
   /// The number of steps, 1 at least.
   int Count() const { return FCnt; }
   int Cnt() const { return FCnt; }
+  ///@}
+
   /// Sets the number of steps; 0 becomes 1, and a negative Value asks for as few as MaxDis and MaxRad allow.
   /// \throws the general error, with the count as it was, when that number is above 2^31 - 1.
   void SetCount(int Value);

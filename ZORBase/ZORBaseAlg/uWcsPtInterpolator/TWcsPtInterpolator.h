@@ -22,10 +22,12 @@ namespace ZORBase {
 /// Only the count can change after construction.
 class ZORBASE_API TWcsPtInterpolator {
  public:
+  ///@{
   /// An automatic count makes steps of at most this length, in the unit of X, Y, Z, and of at most this turn, 0.1
   /// degree.
   static constexpr double kMaxDis = 0.2;
   static constexpr double kMaxRad = DegToRad(0.1);
+  ///@}
 
   /// \param Cnt         see SetCount.
   /// \param InterpType  1 keeps the direction away from a lowest Z: a short turn whose Z falls at its start and rises
@@ -41,17 +43,20 @@ class ZORBASE_API TWcsPtInterpolator {
 
   // -------------------------------------------------------------------------------------- contents
 
-  const TPoint6D& BeginPt() const { return FBeginPt; }
-  const TPoint6D& EndPt() const { return FEndPt; }
-  int InterpType() const { return FInterpType; }
+  const TPoint6D& BeginPt() const { return FBeginPt; }    ///< start pose
+  const TPoint6D& EndPt() const { return FEndPt; }        ///< end pose
+  int InterpType() const { return FInterpType; }          ///< the kind of turn, as it was given
   const TPoint3D& OffsetPt() const { return FOffsetPt; }  ///< end position minus start position
   double OffSetAngle() const { return FOffSetAngle; }  ///< the whole turn in radians: 0 to pi, the long one below 2 pi
-  double VecRad() const { return FOffSetAngle; }
+  double VecRad() const { return FOffSetAngle; }       ///< another name of OffSetAngle
   const TPoint3D& CrossVec() const { return FCrossVec; }  ///< the unit axis of the turn; zero where there is none
 
+  ///@{
   /// The number of steps, 1 at least.
   int Count() const { return FCnt; }
   int Cnt() const { return FCnt; }
+  ///@}
+
   /// Sets the number of steps; 0 becomes 1, and a negative Value asks for as few as kMaxDis and kMaxRad allow.
   /// \throws the general error, with the count as it was, when that number is above 2^31 - 1.
   void SetCount(int Value);

@@ -18,7 +18,7 @@ namespace ZORBase {
 /// fm[i][0..2] is row i of R, fm[0..2][3] the translation t; the bottom row (0, 0, 0, 1) is implied. All zero by
 /// default. Angles are radians; lengths are in the caller's unit.
 struct ZORBASE_API TMatrix4D {
-  std::array<std::array<double, 4>, 3> fm{};
+  std::array<std::array<double, 4>, 3> fm{};  ///< row by row, the translation in column 3
 
   /// Entries that differ by at most this are equal. Absolute, the same for a direction cosine and a length. A matrix
   /// whose entries are all less than this away from the identity's counts as the identity, also where it is multiplied,
@@ -32,6 +32,7 @@ struct ZORBASE_API TMatrix4D {
 
   constexpr TMatrix4D() = default;
 
+  ///@{
   /// R row by row, then t; without t it is zero.
   static constexpr TMatrix4D Create(double m00, double m01, double m02, double m10, double m11, double m12, double m20,
                                     double m21, double m22, double tx, double ty, double tz) {
@@ -43,6 +44,7 @@ struct ZORBASE_API TMatrix4D {
                                     double m21, double m22) {
     return Create(m00, m01, m02, m10, m11, m12, m20, m21, m22, 0.0, 0.0, 0.0);
   }
+  ///@}
 
   /// The frame with these axes, as given and not normalised, and this origin.
   static constexpr TMatrix4D Create(const TPoint3D& AX, const TPoint3D& AY, const TPoint3D& AZ,
@@ -50,7 +52,7 @@ struct ZORBASE_API TMatrix4D {
     return Create(AX.X, AY.X, AZ.X, AX.Y, AY.Y, AZ.Y, AX.Z, AY.Z, AZ.Z, AOrigin.X, AOrigin.Y, AOrigin.Z);
   }
 
-  static constexpr TMatrix4D Create(const TMatrix4D& M) { return M; }
+  static constexpr TMatrix4D Create(const TMatrix4D& M) { return M; }  ///< a copy
 
   /// The right-handed rotation by AAngle about AAxis, which need not be a unit vector. About the zero vector it is no
   /// rotation but cos(AAngle) times the identity.
@@ -66,8 +68,9 @@ struct ZORBASE_API TMatrix4D {
   /// with fewer than 9 everything does.
   void Create(std::span<const double> AValues);
 
+  /// No turn and no shift.
   static constexpr TMatrix4D ReturnIdentityMatrix() { return Create(1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0); }
-  static constexpr TMatrix4D ReturnZeroMatrix() { return {}; }
+  static constexpr TMatrix4D ReturnZeroMatrix() { return {}; }  ///< all twelve entries 0
 
   /// Becomes the identity.
   constexpr void Reset() { *this = ReturnIdentityMatrix(); }
@@ -78,27 +81,37 @@ struct ZORBASE_API TMatrix4D {
   /// \throws the general error outside of that.
   double GetMatrixUnit(std::uint8_t ARow, std::uint8_t ACol) const;
 
+  ///@{
   /// Row AIndex of R, 0..2. Any other index means row 0.
   TPoint3D GetRowVector(std::uint8_t AIndex) const;
   void SetRowVector(std::uint8_t AIndex, const TPoint3D& V);
+  ///@}
 
+  ///@{
   /// Column AIndex of R, 0..2, or the translation, 3. Any other index means column 0.
   TPoint3D GetColVector(std::uint8_t AIndex) const;
   void SetColVector(std::uint8_t AIndex, const TPoint3D& V);
+  ///@}
 
+  ///@{
+  /// The translation t.
   constexpr TPoint3D GetTranslationPt() const { return TPoint3D::Create(fm[0][3], fm[1][3], fm[2][3]); }
   constexpr void SetTranslationPt(const TPoint3D& P) {
     fm[0][3] = P.X;
     fm[1][3] = P.Y;
     fm[2][3] = P.Z;
   }
+  ///@}
+
   /// Another name of SetTranslationPt.
   constexpr void SetTranslationCol(const TPoint3D& P) { SetTranslationPt(P); }
-  constexpr void ClearTranslation() { SetTranslationPt({}); }
+  constexpr void ClearTranslation() { SetTranslationPt({}); }  ///< t becomes 0
 
+  ///@{
   /// Adds to the translation; R stays.
   constexpr void Translate(const TPoint3D& P) { SetTranslationPt(GetTranslationPt() + P); }
   constexpr void Translate(double dx, double dy, double dz) { Translate(TPoint3D::Create(dx, dy, dz)); }
+  ///@}
 
   // -------------------------------------------------------------------------------------- composing and inverting
 
@@ -139,12 +152,14 @@ struct ZORBASE_API TMatrix4D {
   /// \return both ends mapped to R p + t, whatever they are.
   TLine3D TransformLine(const TLine3D& L) const;
 
+  ///@{
   /// The transform of many: Results[i] is the single form's result of item i to the bit, and the same memory may serve
   /// for both. Apart from that the two spans must not overlap. What Results has beyond the items stays.
   /// \throws the general error when Results is shorter than the items, before anything is written.
   void TransformPts(std::span<const TPoint3D> Points, std::span<TPoint3D> Results) const;
   void TransformVecs(std::span<const TPoint3D> Vectors, std::span<TPoint3D> Results) const;
   void TransformPoses(std::span<const TPoint6D> Poses, std::span<TPoint6D> Results) const;
+  ///@}
 
   // -------------------------------------------------------------------------------------- tests and text
 
@@ -162,14 +177,18 @@ struct ZORBASE_API TMatrix4D {
 
   // -------------------------------------------------------------------------------------- Euler angles and axes
 
+  ///@{
   /// Overwrites the matrix: R = Rx(A) Ry(B) Rz(C) for XYZ, R = Rz(C) Ry(B) Rx(A) for ZYX, and translation (X, Y, Z).
   void CreateFromEulerAngleXYZ(const TPoint6D& P);
   void CreateFromEulerAngleZYX(const TPoint6D& P);
+  ///@}
 
+  ///@{
   /// \return (tx, ty, tz, A, B, C), from which CreateFromEulerAngle of the same order makes this rotation again. Angles
   ///         lie in (-pi, pi]. Where cos B is 0, A and C turn about the same axis: A is then 0 and C is the whole turn.
   TPoint6D Matrix4DToEulerAngleXYZ() const;
   TPoint6D Matrix4DToEulerAngleZYX() const;
+  ///@}
 
   /// The angle of this rotation about a given axis.
   /// \param AAngle  written whether or not the axis fits. It is not a number, or wrong, for an axis whose largest
@@ -185,11 +204,15 @@ struct ZORBASE_API TMatrix4D {
 
   // -------------------------------------------------------------------------------------- operators
 
+  ///@{
+  /// Entry by entry, the translation included.
   friend ZORBASE_API TMatrix4D operator+(const TMatrix4D& M1, const TMatrix4D& M2);
   friend ZORBASE_API TMatrix4D operator-(const TMatrix4D& M1, const TMatrix4D& M2);
   /// All twelve entries, the translation included, times S.
   friend ZORBASE_API TMatrix4D operator*(const TMatrix4D& M, double S);
+  /// As M times S.
   friend TMatrix4D operator*(double S, const TMatrix4D& M) { return M * S; }
+  ///@}
 
   /// The composition, M2 first, as Multiply forms it.
   friend TMatrix4D operator*(const TMatrix4D& M1, const TMatrix4D& M2) {
@@ -198,6 +221,7 @@ struct ZORBASE_API TMatrix4D {
     return product;
   }
 
+  /// M.TransformPt(P).
   friend TPoint3D operator*(const TMatrix4D& M, const TPoint3D& P) { return M.TransformPt(P); }
   /// The row vector P times R, that is R transposed applied to P, whatever P is and without the translation.
   friend constexpr TPoint3D operator*(const TPoint3D& P, const TMatrix4D& M) {

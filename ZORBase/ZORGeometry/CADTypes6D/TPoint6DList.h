@@ -15,8 +15,12 @@ class ZORBASE_API TPoint6DList : public TList<TPoint6D> {
  public:
   using TList<TPoint6D>::TList;
 
+  ///@{
+  /// Appends the pose.
   void Add(const TPoint6D& P) { TList<TPoint6D>::Add(P); }
   void Add(double X, double Y, double Z, double A, double B, double C);
+  ///@}
+
   /// Appends the position with the direction +Z.
   void Add(double X, double Y, double Z);
   /// Appends the pose with its direction made a unit vector; the position stays.

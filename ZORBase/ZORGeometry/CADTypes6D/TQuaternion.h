@@ -13,10 +13,13 @@ namespace ZORBase {
 ///
 /// Nothing keeps it a unit quaternion. ToMatrix4D takes it as one, and Log brings it near to one in its own way.
 struct ZORBASE_API TQuaternion {
-  double a = 0.0;
+  double a = 0.0;  ///< real part
+  ///@{
+  /// A component of the vector part.
   double b = 0.0;
   double c = 0.0;
   double d = 0.0;
+  ///@}
 
   /// Quaternions closer than this in each component are equal, a divisor below it counts as zero, and Log and Exp take
   /// a vector of at most this length for the zero vector. Absolute.
@@ -28,6 +31,7 @@ struct ZORBASE_API TQuaternion {
   /// The pure quaternion with this vector and the real part 0.
   constexpr TQuaternion(const TPoint3D& Vec) : b(Vec.X), c(Vec.Y), d(Vec.Z) {}  // NOLINT(google-explicit-constructor)
 
+  /// The quaternion with these components.
   static constexpr TQuaternion Create(double a, double b, double c, double d) {
     TQuaternion q;
     q.a = a;
@@ -42,21 +46,31 @@ struct ZORBASE_API TQuaternion {
   /// \return (0, 0, 0, 0), which is no rotation. The identity rotation is (1, 0, 0, 0).
   static constexpr TQuaternion ReturnQuaternionZero() { return {}; }
 
+  ///@{
   /// The component Index in the order a, b, c, d. \throws the general error for an index outside 0..3.
   double& Variable(int Index);
   double Variable(int Index) const;
+  ///@}
 
+  ///@{
+  /// The real part a.
   constexpr double GetRealNumber() const { return a; }
   constexpr void SetRealNumber(double value) { a = value; }
+  ///@}
+
+  ///@{
+  /// The vector part (b, c, d).
   constexpr TPoint3D GetImgVector() const { return TPoint3D::Create(b, c, d); }
   constexpr void SetImgVector(const TPoint3D& vec) { *this = Create(a, vec); }
+  ///@}
 
   // -------------------------------------------------------------------------------------- arithmetic
 
   /// (a, -b, -c, -d)
   constexpr TQuaternion Conj() const { return Create(a, -b, -c, -d); }
-  constexpr double NormMagSqr() const { return a * a + b * b + c * c + d * d; }
-  double NormMag() const { return std::sqrt(NormMagSqr()); }
+  constexpr double NormMagSqr() const { return a * a + b * b + c * c + d * d; }  ///< the square of the magnitude
+  double NormMag() const { return std::sqrt(NormMagSqr()); }                     ///< the magnitude
+  /// The sum of the four products.
   constexpr double DotMul(const TQuaternion& q) const { return a * q.a + b * q.b + c * q.c + d * q.d; }
 
   /// \return Self * q
@@ -90,6 +104,8 @@ struct ZORBASE_API TQuaternion {
 
   // -------------------------------------------------------------------------------------- operators
 
+  ///@{
+  /// Component by component.
   friend constexpr TQuaternion operator+(const TQuaternion& p, const TQuaternion& q) {
     return Create(p.a + q.a, p.b + q.b, p.c + q.c, p.d + q.d);
   }
@@ -97,6 +113,7 @@ struct ZORBASE_API TQuaternion {
     return Create(p.a - q.a, p.b - q.b, p.c - q.c, p.d - q.d);
   }
   friend constexpr TQuaternion operator-(const TQuaternion& q) { return Create(-q.a, -q.b, -q.c, -q.d); }
+  ///@}
 
   /// The Hamilton product: the rotation q, then p.
   friend constexpr TQuaternion operator*(const TQuaternion& p, const TQuaternion& q) {
@@ -105,10 +122,14 @@ struct ZORBASE_API TQuaternion {
                   p.c * q.a + p.d * q.b + p.a * q.c - p.b * q.d,  //
                   p.d * q.a - p.c * q.b + p.b * q.c + p.a * q.d);
   }
+  ///@{
+  /// Every component times s.
   friend constexpr TQuaternion operator*(const TQuaternion& q, double s) {
     return Create(q.a * s, q.b * s, q.c * s, q.d * s);
   }
   friend constexpr TQuaternion operator*(double s, const TQuaternion& q) { return q * s; }
+  ///@}
+
   /// q times 1 / s. \throws the general error "Divided by zero: s" when s is below 1e-6 in magnitude.
   friend TQuaternion operator/(const TQuaternion& q, double s) { return q.DividedBy(s); }
 

@@ -15,15 +15,17 @@ namespace ZORBase {
 /// The angles stay as given: nothing wraps them into a range, and arithmetic runs over the components Rx, Ry, Rz one by
 /// one, so that a sum of triples is no product of rotations.
 struct ZORBASE_API TEulerAng {
-  double Rx = 0.0;
-  double Ry = 0.0;
-  double Rz = 0.0;
+  double Rx = 0.0;  ///< turn about x
+  double Ry = 0.0;  ///< turn about y
+  double Rz = 0.0;  ///< turn about z
 
   static const TEulerAng& FZero;  ///< all three 0, from load time on
 
   // -------------------------------------------------------------------------------------- making and taking apart
 
+  /// The triple of these angles in radians.
   static constexpr TEulerAng Create(double Rx, double Ry, double Rz) { return FromArray({Rx, Ry, Rz}); }
+  /// The triple of these angles in degrees.
   static constexpr TEulerAng CreatebyDegree(double Rx, double Ry, double Rz) {
     return Create(DegToRad(Rx), DegToRad(Ry), DegToRad(Rz));
   }
@@ -35,6 +37,7 @@ struct ZORBASE_API TEulerAng {
   ///         also for a zero vector and one that is not finite.
   static TEulerAng CreatebyXYVec(const TPoint3D& XVec, const TPoint3D& YVec);
 
+  /// Rx, Ry, Rz in this order, from an array and into one.
   static constexpr TEulerAng FromArray(const std::array<double, 3>& Values) {
     TEulerAng angles;
     angles.Rx = Values[0];
@@ -42,11 +45,13 @@ struct ZORBASE_API TEulerAng {
     angles.Rz = Values[2];
     return angles;
   }
-  constexpr std::array<double, 3> ToArray() const { return {Rx, Ry, Rz}; }
+  constexpr std::array<double, 3> ToArray() const { return {Rx, Ry, Rz}; }  ///< the reverse of FromArray
 
+  ///@{
   /// The angle Index in the order Rx, Ry, Rz. \throws the general error for an index outside 0..2.
   double& Items(int Index);
   double Items(int Index) const;
+  ///@}
 
   // -------------------------------------------------------------------------------------- measuring
 
@@ -54,7 +59,7 @@ struct ZORBASE_API TEulerAng {
   double DistanceTo(const TEulerAng& Other) const;
   /// The length of the vector (Rx, Ry, Rz).
   double Mag() const;
-  constexpr double MagSqr() const { return Rx * Rx + Ry * Ry + Rz * Rz; }
+  constexpr double MagSqr() const { return Rx * Rx + Ry * Ry + Rz * Rz; }  ///< the square of Mag
 
   /// \return the unit direction of the tool, the third column of R.
   TPoint3D ToVector() const;
@@ -68,6 +73,8 @@ struct ZORBASE_API TEulerAng {
 
   // -------------------------------------------------------------------------------------- operators
 
+  ///@{
+  /// Angle by angle; a sum of triples is no product of rotations.
   friend constexpr TEulerAng operator+(const TEulerAng& P, const TEulerAng& Q) {
     return Create(P.Rx + Q.Rx, P.Ry + Q.Ry, P.Rz + Q.Rz);
   }
@@ -77,6 +84,8 @@ struct ZORBASE_API TEulerAng {
   friend constexpr TEulerAng operator-(const TEulerAng& P) { return Create(-P.Rx, -P.Ry, -P.Rz); }
   friend constexpr TEulerAng operator*(const TEulerAng& P, double S) { return Create(P.Rx * S, P.Ry * S, P.Rz * S); }
   friend constexpr TEulerAng operator*(double S, const TEulerAng& P) { return P * S; }
+  ///@}
+
   /// P times 1 / S; the reciprocal is rounded first. A zero S divides as floating point does.
   friend TEulerAng operator/(const TEulerAng& P, double S) { return P * (1.0 / S); }
 

@@ -15,8 +15,12 @@ class ZORBASE_API TEulerPointList : public TList<TEulerPoint> {
  public:
   using TList<TEulerPoint>::TList;
 
+  ///@{
+  /// Appends the pose.
   void Add(const TEulerPoint& P) { TList<TEulerPoint>::Add(P); }
   void Add(double X, double Y, double Z, double Rx, double Ry, double Rz);
+  ///@}
+
   /// Appends the position with all angles 0.
   void Add(double X, double Y, double Z);
 

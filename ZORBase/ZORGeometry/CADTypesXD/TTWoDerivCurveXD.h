@@ -11,8 +11,8 @@ namespace ZORBase {
 
 /// The chord from one point to the next.
 struct TPTPInfo {
-  double len = 0.0;
-  TPointXD vec;  ///< unit direction
+  double len = 0.0;  ///< its length
+  TPointXD vec;      ///< unit direction
 };
 
 /// What a segment is built from.
@@ -44,11 +44,11 @@ class ZORBASE_API TTWoDerivCurveXD {
   ///         second curve. What the callback raises passes through. Cost O(number of points).
   bool CreateCorss(const TList<TPointXD>& ctrlPt);
 
-  const TList<TPointXD>& CtrlPtList() const { return FCtrlPtList; }
+  const TList<TPointXD>& CtrlPtList() const { return FCtrlPtList; }      ///< the points; empty until there is a curve
   const TList<TPTPInfo>& PtLenList() const { return FPtLenList; }        ///< chord j from Q(j) to Q(j+1)
   const TDoubleList& BezWeightList() const { return FBezWeightList; }    ///< weight j of the inner point Q(j+1)
   const TList<TPointXD>& BezDerivList() const { return FBezDerivList; }  ///< unit tangent of each point
-  const TRenderPath& RenderPath() const { return FRenderPath; }
+  const TRenderPath& RenderPath() const { return FRenderPath; }          ///< what takes the segments
 
  private:
   void InitialThs(const TList<TPointXD>& ctrlPt);

@@ -11,9 +11,9 @@ namespace ZORBase {
 /// A place on a curve and its distance from a given point.
 template <class TPoint>
 struct TClosestPoint {
-  double Param = 0.0;
-  TPoint Point{};
-  double Distance = 0.0;
+  double Param = 0.0;     ///< parameter on the curve
+  TPoint Point{};         ///< the curve there
+  double Distance = 0.0;  ///< over all components
 };
 
 /// \return the closest place of the curve with these knots and control points; of several equally close ones that with the

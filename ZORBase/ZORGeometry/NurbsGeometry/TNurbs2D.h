@@ -28,12 +28,14 @@ class ZORBASE_API TNurbs2D : public TNurbsCurve<TPoint2D> {
 
   // -------------------------------------------------------------------------------------- the steps of a fit
 
+  ///@{
   /// Each spreads the parameters of the points over [0, 1] and sums up their chord length.
   /// \return false, with nothing settled about Params and Length, when two neighbours are closer than 1e-6.
   /// \throws the general error when Params has no place for every point.
   static bool EquallyParalize(const TList<TPoint2D>& Points, std::span<double> Params, double& Length);
   static bool ChordParalize(const TList<TPoint2D>& Points, std::span<double> Params, double& Length);
   static bool CentripetalParalize(const TList<TPoint2D>& Points, std::span<double> Params, double& Length);
+  ///@}
 
   /// Solves for the control points P[2..n] of the curve through Q[0..n] with the knots U[0..n+6]; P[0], P[1], P[n+1] and P[n+2]
   /// are given.

@@ -25,15 +25,19 @@ class ZORBASE_API TNurbs6D : public TNurbsCurve<TPoint6D> {
   /// table row per 0.03 of length.
   bool CreateCross(const TPoint6DList* passByPoints, TParalizeMethod paralizeMethod);
 
+  ///@{
   /// Takes over the first pointCount + 4 knots and pointCount control points. The arc-length table is not rebuilt.
   /// \return false, with the curve as it was, for a null list or unless there are four more knots than points.
   /// \throws the general error when pointCount is negative or there are fewer points.
   bool CreateByCtlPoints(const TDoubleList* uVec, const TList<TPoint6D>* points, int pointCount);
   bool CreateByCtlPoints(std::span<const double> uVec, std::span<const TPoint6D> points, int pointCount);
+  ///@}
 
+  ///@{
   /// The number of poses that CreateCross was last given; 0 before.
   int CrossPtNum() const { return FPassByPtNum; }
   int PassByPtNum() const { return FPassByPtNum; }
+  ///@}
 
   // -------------------------------------------------------------------------------------- the steps of a fit
 
@@ -43,9 +47,12 @@ class ZORBASE_API TNurbs6D : public TNurbsCurve<TPoint6D> {
   /// \throws the general error when Params has no place for every point.
   static bool CurveParalize(const TPoint6DList& Points, std::span<double> Params, double& Length,
                             TParalizeMethod Method);
+  ///@{
+  /// CurveParalize by one of the methods.
   static bool EquallyParalize(const TPoint6DList& Points, std::span<double> Params, double& Length);
   static bool ChordParalize(const TPoint6DList& Points, std::span<double> Params, double& Length);
   static bool CentripetalParalize(const TPoint6DList& Points, std::span<double> Params, double& Length);
+  ///@}
 
   /// Solves for the control points P[2..n] of the curve through Q[0..n] with the knots U[0..n+6]; P[0], P[1], P[n+1] and P[n+2]
   /// are given.

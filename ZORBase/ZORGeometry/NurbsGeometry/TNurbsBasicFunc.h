@@ -28,20 +28,24 @@ using Double2DArray = std::array<std::array<double, 4>, 4>;
 /// Formulas: L. Piegl, W. Tiller, "The NURBS Book", 2nd edition, algorithms A2.1 to A2.3.
 class ZORBASE_API TNurbsBasicFunc : public TPersistent {
  public:
-  static constexpr int kDegree = 3;
+  static constexpr int kDegree = 3;  ///< of the basis functions
   /// A cubic knot vector has at least this many knots.
   static constexpr int kFewestKnots = 8;
 
-  int uCount() const { return static_cast<int>(FKnots.size()); }
-  std::span<const double> uArr() const { return FKnots; }
+  int uCount() const { return static_cast<int>(FKnots.size()); }  ///< the number of knots
+  std::span<const double> uArr() const { return FKnots; }         ///< the knots
 
+  ///@{
   /// The knot idx. \throws the assertion "TNurbsBasicFunc: Idx Out Of Range" outside 0..uCount-1.
   double Items(int idx) const { return GetItems(idx); }
   double GetItems(int idx) const;
+  ///@}
 
+  ///@{
   /// Takes over the first count knots. \throws the general error when there are fewer, or for a negative count.
   void CreateCross(const TDoubleList& uVec, int count);
   void CreateCross(std::span<const double> uVec, int count);
+  ///@}
 
   /// \return the index s of the span with U[s] <= u < U[s+1], by bisection; 0 for u before the first knot, the last span
   ///         for u at or behind the last knot.

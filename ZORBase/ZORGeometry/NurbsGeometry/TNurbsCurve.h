@@ -28,17 +28,18 @@ namespace ZORBase {
 template <class TPoint>
 class ZORBASE_API TNurbsCurve : public TPersistent {
  public:
-  static constexpr double kSampleSpacing = kTableSpacing;
-  static constexpr std::int64_t kMaxTableRows = ZORBase::kMaxTableRows;
-  static constexpr int kFewestFitPoints = ZORBase::kFewestFitPoints;
+  static constexpr double kSampleSpacing = kTableSpacing;  ///< the distance between two rows of the arc-length table
+  static constexpr std::int64_t kMaxTableRows = ZORBase::kMaxTableRows;  ///< a table may have this many
+  static constexpr int kFewestFitPoints = ZORBase::kFewestFitPoints;     ///< fewer points are not fitted
+  /// Neighbours closer than this are the same point.
   static constexpr double kSmallestChord = ZORBase::kSmallestChord;
 
   // -------------------------------------------------------------------------------------- contents
 
-  const TNurbsBasicFunc& BasicFun() const { return FBasicFun; }  ///< without knots until there are control points
-  std::span<const TPoint> pointArr() const { return FPoints; }
-  int pCount() const { return static_cast<int>(FPoints.size()); }
-  const TSUTable& SUTable() const { return FTable; }
+  const TNurbsBasicFunc& BasicFun() const { return FBasicFun; }    ///< without knots until there are control points
+  std::span<const TPoint> pointArr() const { return FPoints; }     ///< the control points
+  int pCount() const { return static_cast<int>(FPoints.size()); }  ///< how many there are
+  const TSUTable& SUTable() const { return FTable; }               ///< the arc-length table
 
   // -------------------------------------------------------------------------------------- evaluating
 
@@ -82,11 +83,11 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
 
   /// \return the length of the curve: S of the table's last row. \throws the general error while there is no table.
   double CurveLength() const { return FTable.Last().S; }
-  double GetCurveLength() const { return CurveLength(); }
+  double GetCurveLength() const { return CurveLength(); }  ///< another name of CurveLength
 
   /// Arc length from the start of the curve to the parameter, and back; see TSUTable.
   double GetSByU(double u) const { return FTable.GetSByU(u); }
-  double GetUByS(double S) const { return FTable.GetUByS(S); }
+  double GetUByS(double S) const { return FTable.GetUByS(S); }  ///< the reverse of GetSByU
 
   /// \return the arc length from one parameter to another; negative when paramTo lies before paramFrom.
   double LengthOfParam(double paramFrom, double paramTo) const { return GetSByU(paramTo) - GetSByU(paramFrom); }
@@ -94,6 +95,7 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   /// \return the parameter at the arc length from the start. The form with a cursor gives the same number and is cheaper for
   ///         lengths near the last one.
   double ParamOfLength(double length) const { return GetUByS(length); }
+  /// The same number, from where the last look-up ended.
   double ParamOfLength(double length, TSUTable::TCursor& Cursor) const { return FTable.GetUByS(length, Cursor); }
 
   /// Gives ParamOfLength of every length, bit for bit; rising lengths are cheaper.
@@ -112,11 +114,11 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   /// Largest and smallest X and Y over the control points; further components are those of the first control point. The zero
   /// point when there are none. Computed anew at every call.
   TPoint GetMax();
-  TPoint GetMin();
+  TPoint GetMin();  ///< the smallest, as GetMax
 
-  bool pointsChanged() const { return FPointsChanged; }
-  const TPoint& maxPos() const { return FMaxPos; }  ///< as the last GetMax or GetMin left it
-  const TPoint& minPos() const { return FMinPos; }
+  bool pointsChanged() const { return FPointsChanged; }  ///< whether the bounds are to be computed anew
+  const TPoint& maxPos() const { return FMaxPos; }       ///< as the last GetMax or GetMin left it
+  const TPoint& minPos() const { return FMinPos; }       ///< as maxPos
 
   // -------------------------------------------------------------------------------------- changing
 
@@ -146,6 +148,7 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
     for (TPoint& P : FPoints) P = Transform(P);
   }
 
+  /// Takes over knots, control points, bounds and table.
   void AssignCurve(const TNurbsCurve& Source);
 
  private:

@@ -26,25 +26,31 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
 
   /// Remembers where the last look-up ended, so that the next one nearby is cheap. It serves one direction at a time.
   struct TCursor {
-    int Row = 0;
+    int Row = 0;  ///< the row at which the next search begins
   };
 
+  ///@{
   /// \return the arc length at the parameter u; with a cursor the very same number.
   /// \throws the general error "CalcuHermiteS: The dividend is 0" where neighbouring rows share their u, and that of an empty
   ///         list for an empty table.
   double GetSByU(double u) const;
   double GetSByU(double u, TCursor& Cursor) const;
+  ///@}
 
+  ///@{
   /// \return the parameter at the arc length S; with a cursor the very same number.
   /// \throws the general error "CalcuHermiteS: The dividend is 0" where neighbouring rows share their S, and that of an empty
   ///         list for an empty table.
   double GetUByS(double S) const;
   double GetUByS(double S, TCursor& Cursor) const;
+  ///@}
 
+  ///@{
   /// Gives GetUByS of every length, and GetSByU of every parameter, bit for bit; rising values are cheaper.
   /// \throws also the general error when the result has no place for every value; then nothing is written.
   void GetUByS(std::span<const double> S, std::span<double> u) const;
   void GetSByU(std::span<const double> u, std::span<double> S) const;
+  ///@}
 };
 
 }  // namespace ZORBase

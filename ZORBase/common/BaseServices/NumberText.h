@@ -57,6 +57,8 @@ ZORBASE_API std::string FloatToStr(double Value);
 /// One argument of Format: an integer, a real number or a text.
 class TFormatArg {
  public:
+  ///@{
+  /// An argument of this type; a text must live until Format is done.
   template <std::integral TInteger>
   TFormatArg(TInteger Value) {  // NOLINT(google-explicit-constructor): arguments are written as they are
     if constexpr (std::is_unsigned_v<TInteger>) {
@@ -70,9 +72,10 @@ class TFormatArg {
   TFormatArg(std::string_view Value) : FValue(Value) {}                      // NOLINT(google-explicit-constructor)
   TFormatArg(const std::string& Value) : FValue(std::string_view(Value)) {}  // NOLINT(google-explicit-constructor)
   TFormatArg(const char* Value) : FValue(std::string_view(Value)) {}         // NOLINT(google-explicit-constructor)
+  ///@}
 
-  using TValue = std::variant<long long, unsigned long long, double, std::string_view>;
-  const TValue& Value() const { return FValue; }
+  using TValue = std::variant<long long, unsigned long long, double, std::string_view>;  ///< what an argument can be
+  const TValue& Value() const { return FValue; }                                         ///< the argument
 
  private:
   TValue FValue;

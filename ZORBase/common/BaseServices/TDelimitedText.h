@@ -15,6 +15,7 @@ namespace ZORBase {
 /// the end. Two commas in a row hold an empty item between them, and so does a "," that is the last character.
 class ZORBASE_API TDelimitedText {
  public:
+  /// Begins before the first item of Text, which must outlive the walk.
   explicit TDelimitedText(std::string_view Text);
 
   /// Goes on to the next item. \return false behind the last one.

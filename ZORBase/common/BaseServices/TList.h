@@ -17,24 +17,27 @@ namespace ZORBase {
 template <class T>
 class TList {
  public:
-  using value_type = T;
+  using value_type = T;  ///< of an item
 
   TList() = default;
+  /// The list of these items.
   TList(std::initializer_list<T> Values) : FItems(Values) {}
+  /// A copy of the items of a range.
   explicit TList(std::span<const T> Values) : FItems(Values.begin(), Values.end()) {}
 
-  int Count() const { return static_cast<int>(FItems.size()); }
+  int Count() const { return static_cast<int>(FItems.size()); }  ///< the number of items
 
   /// \throws the general error "List index out of bounds (N)" for an index outside 0..Count-1; so do First and Last of
   /// an empty list, with N = 0 and N = -1.
   T& operator[](int Index) { return FItems[CheckedIndex(Index)]; }
+  /// As the other form, to be read only.
   const T& operator[](int Index) const { return FItems[CheckedIndex(Index)]; }
-  T& First() { return (*this)[0]; }
-  const T& First() const { return (*this)[0]; }
-  T& Last() { return (*this)[Count() - 1]; }
-  const T& Last() const { return (*this)[Count() - 1]; }
+  T& First() { return (*this)[0]; }                       ///< the item 0
+  const T& First() const { return (*this)[0]; }           ///< the item 0
+  T& Last() { return (*this)[Count() - 1]; }              ///< the item Count-1
+  const T& Last() const { return (*this)[Count() - 1]; }  ///< the item Count-1
 
-  void Add(const T& Value) { FItems.push_back(Value); }
+  void Add(const T& Value) { FItems.push_back(Value); }  ///< appends an item
 
   /// Inserts Value before the item Index; Index = Count appends.
   /// \throws the general error "List index out of bounds (N)" for an index outside 0..Count.
@@ -46,7 +49,7 @@ class TList {
   /// Removes the item Index. \throws the general error "List index out of bounds (N)".
   void Delete(int Index) { FItems.erase(FItems.begin() + static_cast<std::ptrdiff_t>(CheckedIndex(Index))); }
 
-  void Clear() { FItems.clear(); }
+  void Clear() { FItems.clear(); }  ///< removes all items
 
   /// Makes room for Count items in all without adding any.
   void Reserve(std::size_t Count) { FItems.reserve(Count); }
@@ -71,13 +74,14 @@ class TList {
     FItems.swap(from);
   }
 
-  T* data() { return FItems.data(); }
-  const T* data() const { return FItems.data(); }
-  std::size_t size() const { return FItems.size(); }
-  auto begin() { return FItems.begin(); }
-  auto begin() const { return FItems.begin(); }
-  auto end() { return FItems.end(); }
-  auto end() const { return FItems.end(); }
+  // The items as a contiguous range, for algorithms and spans; not checked.
+  T* data() { return FItems.data(); }                 ///< the first item, in front of the others
+  const T* data() const { return FItems.data(); }     ///< the same, to be read only
+  std::size_t size() const { return FItems.size(); }  ///< the number of items
+  auto begin() { return FItems.begin(); }             ///< the first item
+  auto begin() const { return FItems.begin(); }       ///< the same, to be read only
+  auto end() { return FItems.end(); }                 ///< behind the last item
+  auto end() const { return FItems.end(); }           ///< the same, to be read only
 
  private:
   std::size_t CheckedIndex(int Index) const {

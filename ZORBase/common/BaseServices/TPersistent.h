@@ -19,11 +19,14 @@ class ZORBASE_API TPersistent {
   virtual std::string_view ClassName() const;
 
  protected:
+  ///@{
+  /// For derived classes only: an object of this class alone is none.
   TPersistent() = default;
   TPersistent(const TPersistent&) = default;
   TPersistent(TPersistent&&) = default;
   TPersistent& operator=(const TPersistent&) = default;
   TPersistent& operator=(TPersistent&&) = default;
+  ///@}
 };
 
 }  // namespace ZORBase

@@ -6,8 +6,8 @@ namespace ZORBase {
 
 /// A straight line from one point to another.
 struct TLine3D {
-  TPoint3D StartPt;
-  TPoint3D EndPt;
+  TPoint3D StartPt;  ///< where it begins
+  TPoint3D EndPt;    ///< where it ends
 };
 
 }  // namespace ZORBase

@@ -10,17 +10,18 @@ namespace ZORBase {
 
 /// A parameter interval from A to B; B may lie before A.
 struct TGeInterval {
-  double A = 0.0;
-  double B = 0.0;
+  double A = 0.0;    ///< where it begins
+  double B = 0.0;    ///< where it ends
   double Tol = 0.0;  ///< kept for the callers; quadrature with a fixed number of points has no use for it
 
+  /// The interval from A to B.
   static constexpr TGeInterval Create(double A, double B, double Tol) { return {A, B, Tol}; }
 };
 
 /// A node of a quadrature rule on [-1, 1] and its weight.
 struct TGaussNode {
-  double Place = 0.0;
-  double Weight = 0.0;
+  double Place = 0.0;   ///< on [-1, 1]
+  double Weight = 0.0;  ///< the weights of a rule sum to 2
 };
 
 /// Numerical integration.

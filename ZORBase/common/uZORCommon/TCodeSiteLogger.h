@@ -21,15 +21,23 @@ class ZORBASE_API TCodeSiteLogger {
   /// A logger without a category, switched off, whose sink is the standard error stream.
   TCodeSiteLogger();
 
+  ///@{
+  /// The category, which the sink gets with every message.
   std::string Category() const;
   void SetCategory(std::string_view Value);
+  ///@}
 
+  ///@{
   /// The colour in blue-green-red byte order: 0x00BBGGRR.
   std::uint32_t CategoryColor() const { return FCategoryColor; }
   void SetCategoryColor(std::uint32_t Value) { FCategoryColor = Value; }
+  ///@}
 
+  ///@{
+  /// Whether messages reach the sink.
   bool Enabled() const { return FEnabled; }
   void SetEnabled(bool Value) { FEnabled = Value; }
+  ///@}
 
   /// Replaces the sink; an empty one brings back the standard error stream.
   void SetSink(TSink Sink);
