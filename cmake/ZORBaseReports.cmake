@@ -9,6 +9,11 @@ if(ZORBASE_DOXYGEN)
     COMMAND ${ZORBASE_DOXYGEN} ${ZORBASE_DOCS_OUTPUT}/Doxyfile
     COMMAND ${CMAKE_COMMAND} -E echo "See ${ZORBASE_DOCS_OUTPUT}/html/index.html"
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} VERBATIM)
+  if(ZORBASE_TESTS)
+    # It ends with an error for a declaration without words and for a link or piece of code that is not there.
+    add_test(NAME docs/doxygen COMMAND ${ZORBASE_DOXYGEN} ${ZORBASE_DOCS_OUTPUT}/Doxyfile
+      WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+  endif()
 endif()
 
 find_program(ZORBASE_GCOVR gcovr)

@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-packages.sh build plot test
+scripts/install-packages.sh build plot test docs
 export CXX=g++
 
 # The leak check stops its own program through ptrace, which a sandbox may forbid; the other checks need no permission.

@@ -99,6 +99,18 @@ endif()
 
 # ------------------------------------------------------------------------------------------------- the pages
 
+# The pictures are there.
+file(GLOB pages ${SOURCE}/docs/pages/*.md)
+foreach(page IN LISTS pages)
+  file(STRINGS ${page} pictures REGEX "^!.*docs/images/")
+  foreach(picture IN LISTS pictures)
+    string(REGEX MATCH "docs/images/[a-z-]+\\.svg" picture "${picture}")
+    if(NOT picture OR NOT EXISTS ${SOURCE}/${picture})
+      message(FATAL_ERROR "${page} shows '${picture}', which is not there")
+    endif()
+  endforeach()
+endforeach()
+
 # Every text on the page of errors is printed by its program, and every text that is printed stands there.
 file(READ ${SOURCE}/docs/pages/errors.md page)
 file(STRINGS ${SOURCE}/examples/pages/errors.txt texts ENCODING UTF-8 REGEX "^  ")
