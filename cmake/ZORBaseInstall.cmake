@@ -43,7 +43,13 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zorbase.pc DESTINATION ${pkgconfig_fol
 
 if(TARGET zor)
   install(TARGETS zor COMPONENT tools)
-  install(DIRECTORY ${ZORBASE_PAGES}/ DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT tools)
+  # zsh looks in another folder below /usr than it does elsewhere.
+  set(zsh_folder zsh/site-functions)
+  if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(zsh_folder zsh/vendor-completions)
+  endif()
+  install(DIRECTORY ${ZORBASE_PAGES}/ DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT tools PATTERN zsh EXCLUDE)
+  install(FILES ${ZORBASE_PAGES}/zsh/_zor DESTINATION ${CMAKE_INSTALL_DATADIR}/${zsh_folder} COMPONENT tools)
   if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     # Anywhere but where the system looks by itself, zor finds the library that lies beside it.
     file(RELATIVE_PATH library_from_zor ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})

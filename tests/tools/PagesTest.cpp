@@ -21,7 +21,7 @@ std::string Page(const std::string& Place) {
 }
 
 std::string ManPage(const std::string& Command) { return Page("man/man1/zor" + Command + ".1"); }
-std::string Zsh() { return Page("zsh/vendor-completions/_zor"); }
+std::string Zsh() { return Page("zsh/_zor"); }
 std::string Fish() { return Page("fish/vendor_completions.d/zor.fish"); }
 
 // The first words of the lines of one part of a help text: "Options:", "Subcommands:".

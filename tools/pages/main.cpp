@@ -30,7 +30,7 @@ void WritePages(const std::filesystem::path& Folder, const std::string& Date) {
     Write(manual / (program.Name + "-" + command.Name + ".1"), Tool::SubcommandPage(program, command, Date));
   }
   Write(Folder / "bash-completion" / "completions" / program.Name, Tool::BashCompletion(program));
-  Write(Folder / "zsh" / "vendor-completions" / ("_" + program.Name), Tool::ZshCompletion(program));
+  Write(Folder / "zsh" / ("_" + program.Name), Tool::ZshCompletion(program));
   Write(Folder / "fish" / "vendor_completions.d" / (program.Name + ".fish"), Tool::FishCompletion(program));
 }
 
