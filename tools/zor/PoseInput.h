@@ -17,9 +17,6 @@ struct TPoseFile {
   TPoint6DList Poses;
 };
 
-/// The line that a pose stands on.
-constexpr int LineOf(int Pose) { return Pose + 1; }
-
 /// Reads a file of poses; "-" is standard input.
 /// \throws the general error that ReadRows raises, and one for a file without any pose.
 TPoseFile ReadPoses(const std::string& FileName);

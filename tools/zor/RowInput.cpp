@@ -50,11 +50,18 @@ std::optional<TFinding> FindingAboutItem(std::string_view Item, std::size_t Numb
   return std::nullopt;
 }
 
+// What a line should hold.
+std::string Expected(const TRowForm& Form) {
+  if (Form.Count == 0) return fmt::format("{} to {} numbers", Form.Fewest, Form.Most);
+  return fmt::format("{} number{} {}", Form.Count, Form.Count == 1 ? "" : "s", Form.Names);
+}
+
 TFinding FindingAbout(std::string_view Line, const TRowForm& Form) {
+  const std::size_t most = Form.Count == 0 ? Form.Most : Form.Count;
   std::size_t count = 0;
   try {
     for (TDelimitedText items(Line); items.Next();) {
-      if (++count > Form.Count) continue;
+      if (++count > most) continue;
       if (const auto finding = FindingAboutItem(items.Item(), count)) return *finding;
     }
   } catch (const TGeneralError&) {  // the one thing that the splitter refuses
@@ -62,14 +69,14 @@ TFinding FindingAbout(std::string_view Line, const TRowForm& Form) {
   }
   if (count == 0) return {"an empty line", "Remove it; there are no blank lines, not even at the end"};
   return {fmt::format("{} item{} in {}", count, count == 1 ? "" : "s", Quoted(Line)),
-          count > Form.Count ? "Numbers have a decimal point, not a decimal comma, and one row stands on each line"
-                             : "Complete the line or remove it"};
+          count > most ? "Numbers have a decimal point, not a decimal comma, and one row stands on each line"
+                       : "Complete the line or remove it"};
 }
 
 [[noreturn]] void RaiseAtLine(const std::string& FileName, std::int64_t Line, const TRowForm& Form,
                               const TFinding& Finding) {
-  RaiseGeneralError(fmt::format("{}, line {}: found {}, expected {} numbers {}. {}.", InputName(FileName), Line,
-                                Finding.Found, Form.Count, Form.Names, Finding.Advice));
+  RaiseGeneralError(fmt::format("{}, line {}: found {}, expected {}. {}.", InputName(FileName), Line, Finding.Found,
+                                Expected(Form), Finding.Advice));
 }
 
 TTextFileReader OpenInput(const std::string& FileName) {
@@ -90,15 +97,15 @@ bool IsMeasurable(std::span<const double> Row) {
   return std::all_of(Row.begin(), Row.end(), [](double Value) { return std::fabs(Value) <= kLargestNumber; });
 }
 
-// The number of items of a line; 1 for one that cannot be split, so that reading it says why.
-std::size_t CountItems(std::string_view Line) {
+// The number of items of a line that says how many the others have. Any number that is possible, where this one is not or the
+// line cannot be split: reading it then says why.
+std::size_t ItemsOfFirstLine(std::string_view Line, const TRowForm& Form) {
   std::size_t count = 0;
   try {
     for (TDelimitedText items(Line); items.Next();) ++count;
   } catch (const TGeneralError&) {
-    return 1;
   }
-  return count;
+  return std::clamp(count, Form.Fewest, Form.Most);
 }
 
 void ReadRow(std::string_view Text, std::span<double> Row, const TRowForm& Form, const std::string& FileName,
@@ -127,14 +134,31 @@ void ReadRows(const std::string& FileName, const TRowForm& Form,
       RaiseGeneralError(fmt::format("{}, line {}: found more than {} {}s. Divide the file.", InputName(FileName), line,
                                     Form.MostRows, Form.Noun));
     }
-    if (line == 1) {
-      if (form.Count == 0) form.Count = std::clamp<std::size_t>(CountItems(lines.Line()), 1, kMostColumns);
-      row.resize(form.Count);
-    }
+    if (line == 1) row.resize(Form.Count == 0 ? ItemsOfFirstLine(lines.Line(), Form) : Form.Count);
     ReadRow(lines.Line(), row, form, FileName, line);
+    if (form.Count == 0) {
+      form.Count = row.size();
+      form.Names = "as on line 1";
+    }
     TakeRow(row);
     progress.Advance(line);
   }
+}
+
+void RequireRows(const std::string& FileName, const TRowForm& Form, std::int64_t Count) {
+  if (Count > 0) return;
+  RaiseGeneralError(fmt::format("{}: found no {}s, expected one per line: {}. Name another file.", InputName(FileName),
+                                Form.Noun, Form.Count == 0 ? Expected(Form) : std::string(Form.Names)));
+}
+
+TRowFile ReadRowFile(const std::string& FileName, const TRowForm& Form) {
+  TRowFile file{InputName(FileName), 0, {}};
+  ReadRows(FileName, Form, [&](std::span<const double> Row) {
+    file.Columns = Row.size();
+    file.Numbers.insert(file.Numbers.end(), Row.begin(), Row.end());
+  });
+  RequireRows(FileName, Form, static_cast<std::int64_t>(file.Count()));
+  return file;
 }
 
 }  // namespace ZORBase::Tool

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ZORBase::Tool {
 
@@ -24,10 +25,12 @@ inline constexpr std::int64_t kAnyNumberOfRows = std::numeric_limits<std::int64_
 
 /// What stands on every line of a file.
 struct TRowForm {
-  std::size_t Count = 0;              ///< numbers per line; 0: as many as the first line has, up to kMostColumns
-  std::string_view Names;             ///< how they are called, such as "X,Y,Z,A,B,C"
+  std::size_t Count = 0;              ///< numbers per line; 0: as many as the first line has, Fewest to Most
+  std::string_view Names;             ///< how they are called, such as "X,Y,Z,A,B,C"; not needed for a Count of 0
   std::string_view Noun;              ///< what one line is, such as "pose"
   std::int64_t MostRows = kMaxPoses;  ///< longer files are refused
+  std::size_t Fewest = 1;
+  std::size_t Most = kMostColumns;
 };
 
 /// \return the same form for files of any length, which are not kept.
@@ -44,5 +47,26 @@ std::string InputName(const std::string& FileName);
 ///         than Form.MostRows of them, and "Cannot ... FILE ..." when it cannot be read.
 void ReadRows(const std::string& FileName, const TRowForm& Form,
               const std::function<void(std::span<const double>)>& TakeRow);
+
+/// \throws the general error that a file of this name holds no rows of this form, when it is so.
+void RequireRows(const std::string& FileName, const TRowForm& Form, std::int64_t Count);
+
+/// The line that a row, counted from 0, stands on.
+constexpr int LineOf(int Row) { return Row + 1; }
+
+/// The rows of a file, kept; all of them have the same count of numbers.
+struct TRowFile {
+  std::string Name;  ///< for messages: the file's name, or "standard input"
+  std::size_t Columns = 0;
+  std::vector<double> Numbers;  ///< row after row
+
+  std::size_t Count() const { return Columns == 0 ? 0 : Numbers.size() / Columns; }
+  std::span<const double> operator[](std::size_t Row) const {
+    return std::span(Numbers).subspan(Row * Columns, Columns);
+  }
+};
+
+/// Reads a file ("-" is standard input) whole. \throws the general error that ReadRows raises, and one for a file without rows.
+TRowFile ReadRowFile(const std::string& FileName, const TRowForm& Form);
 
 }  // namespace ZORBase::Tool

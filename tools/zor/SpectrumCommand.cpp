@@ -50,7 +50,7 @@ double TimeStep(const TOptions& Options) {
 std::vector<double> ReadSamples(const TOptions& Options) {
   const auto column = static_cast<std::size_t>(Options.Column.value_or(1));
   std::vector<double> samples;
-  const TRowForm form = {0, "as on the first line", "sample", kMaxPoses};
+  const TRowForm form = {0, "", "sample"};
   ReadRows(Options.File, form, [&](std::span<const double> Row) {
     if (Row.size() < column) {
       RaiseGeneralError(fmt::format("{}, line {}: found {} numbers, expected at least {}, for --column {}.",
