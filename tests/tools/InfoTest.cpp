@@ -94,7 +94,7 @@ TEST(ZorInfo, WarnsOfStepsThatLookLikeMetres) {
   const std::string warning =
       "the poses are 0.001 apart on average, closer than 0.03 where lengths along a path are tabulated; the length "
       "between "
-      "two poses is then a straight line. If the file is in metres, multiply X, Y, Z by 1000.";
+      "two poses is then a straight line. If the file is in metres, multiply X,Y,Z by 1000.";
   EXPECT_EQ(InfoOf(folder.File("p.txt"))["warnings"], json::array({warning}));
   EXPECT_THAT(Zor({"info", folder.File("p.txt")}).Out, testing::EndsWith("\nWarning: " + warning + "\n"));
   EXPECT_THAT(Zor({"resample", folder.File("p.txt"), "--count", "3"}),

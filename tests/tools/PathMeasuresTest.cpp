@@ -64,7 +64,7 @@ TEST(TPathPiece, TheFirstOneStartsAtTheFirstPoseAndTheLastOneEndsAtTheLast) {
 const std::array<TPoint6D, 4> kParabola = {At(-1, 1), At(-1.0 / 3, -1.0 / 3), At(1.0 / 3, -1.0 / 3), At(1, 1)};
 
 TEST(TPathPiece, HasTheCurvatureOfTheParabola) {
-  const TPathPiece piece{kParabola, 0.0, 1.0};
+  const TPathPiece<TPoint6D> piece{kParabola, 0.0, 1.0};
   for (const double t : {0.0, 0.2, 0.5, 0.77, 1.0}) {
     const double x = 2.0 * t - 1.0;
     EXPECT_NEAR(piece.CurvatureAt(t), 2.0 / std::pow(1.0 + 4.0 * x * x, 1.5), 1e-13) << t;
@@ -72,7 +72,7 @@ TEST(TPathPiece, HasTheCurvatureOfTheParabola) {
 }
 
 TEST(TPathPiece, CurvatureIsThatOfThePositionAndDoesNotSeeTheDirection) {
-  TPathPiece piece{kParabola, 0.0, 1.0};
+  TPathPiece<TPoint6D> piece{kParabola, 0.0, 1.0};
   const double before = piece.CurvatureAt(0.3);
   piece.Points[1].A = 7.0;
   piece.Points[2].B = -7.0;
@@ -80,7 +80,7 @@ TEST(TPathPiece, CurvatureIsThatOfThePositionAndDoesNotSeeTheDirection) {
 }
 
 TEST(TPathPiece, ATurnOnTheSpotHasNoCurvature) {
-  TPathPiece piece{{At(100, 1), At(100, 1), At(100, 1), At(100, 1)}, 0.0, 1.0};
+  TPathPiece<TPoint6D> piece{{At(100, 1), At(100, 1), At(100, 1), At(100, 1)}, 0.0, 1.0};
   piece.Points[2].A = 1.0;
   piece.Points[1].X += 1e-13;  // rounding
   EXPECT_EQ(piece.CurvatureAt(0.0), 0.0);

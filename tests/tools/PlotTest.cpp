@@ -72,7 +72,7 @@ TEST(ZorPlot, TheScriptHasThreeViewsOfOneScaleAndTheCurvature) {
   for (const char* const name : {"'method equal'", "'method chord'", "'method centripetal'", "'given poses'"}) {
     EXPECT_THAT(script, HasSubstr(name));
   }
-  EXPECT_THAT(script, HasSubstr("\n$poses << EOD\n100 0 0\n99.677 0.043 0\n"));
+  EXPECT_THAT(script, HasSubstr("\n$dots << EOD\n100 0 0\n99.677 0.043 0\n"));
 }
 
 TEST(ZorPlot, AMissingGnuplotIsNamedAndNothingIsWritten) {

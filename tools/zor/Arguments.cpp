@@ -46,18 +46,6 @@ std::vector<double> LengthsFrom(const std::string& Option, const std::string& Te
   return values;
 }
 
-std::vector<double> NumbersFrom(const std::string& Option, std::string_view Text, std::size_t Count) {
-  std::string_view inner = Text;
-  if (inner.starts_with('(') && inner.ends_with(')')) inner = inner.substr(1, inner.size() - 2);
-  std::vector<double> values(Count);
-  try {
-    ParseNumberRow(inner, values, nf1033, Option);
-  } catch (const TGeneralError&) {
-    Refuse(Option, Text, fmt::format("{} numbers, parted by commas", Count));
-  }
-  return values;
-}
-
 // An option whose text is understood, or refused, by Read.
 template <class TRead>
 CLI::Option* AddRead(CLI::App& Command, const std::string& Name, const std::string& ValueName,
@@ -71,6 +59,13 @@ void AddPoseFile(CLI::App& Command, std::string& FileName) {
   Command.add_option("FILE", FileName, "The poses, one X,Y,Z,A,B,C per line; - is standard input")
       ->type_name("")
       ->required();
+}
+
+void AddPathFile(CLI::App& Command, std::string& FileName, bool& IsPlane) {
+  Command.add_option("FILE", FileName, "The poses, one X,Y,Z,A,B,C per line, or X,Y with --2d; - is standard input")
+      ->type_name("")
+      ->required();
+  Command.add_flag("--2d", IsPlane, "The file holds the points of a plane profile, one X,Y per line");
 }
 
 CLI::Option* AddNumberFile(CLI::App& Command, std::string& FileName) {
@@ -130,6 +125,18 @@ CLI::Option* AddLengths(CLI::App& Command, const std::string& Name, const std::s
                         std::vector<double>& Values, const std::string& Description) {
   return AddRead(Command, Name, ValueName, Description,
                  [&Values, Name](const std::string& Text) { Values = LengthsFrom(Name, Text); });
+}
+
+std::vector<double> NumbersFrom(const std::string& Option, std::string_view Text, std::size_t Count) {
+  std::string_view inner = Text;
+  if (inner.starts_with('(') && inner.ends_with(')')) inner = inner.substr(1, inner.size() - 2);
+  std::vector<double> values(Count);
+  try {
+    ParseNumberRow(inner, values, nf1033, Option);
+  } catch (const TGeneralError&) {
+    Refuse(Option, Text, fmt::format("{} numbers, parted by commas", Count));
+  }
+  return values;
 }
 
 CLI::Option* AddNumbers(CLI::App& Command, const std::string& Name, const std::string& ValueName, std::size_t Count,

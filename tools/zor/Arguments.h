@@ -20,6 +20,9 @@ namespace ZORBase::Tool {
 /// FILE: the poses to read, "-" for standard input. Required.
 void AddPoseFile(CLI::App& Command, std::string& FileName);
 
+/// FILE, and --2d: the poses of a path, or the points of a plane profile.
+void AddPathFile(CLI::App& Command, std::string& FileName, bool& IsPlane);
+
 /// FILE: rows of numbers to read, "-" for standard input. Required.
 CLI::Option* AddNumberFile(CLI::App& Command, std::string& FileName);
 
@@ -49,6 +52,10 @@ CLI::Option* AddCount(CLI::App& Command, const std::string& Name, std::optional<
 /// An option whose value is a list of numbers that are not negative, parted by commas or blanks.
 CLI::Option* AddLengths(CLI::App& Command, const std::string& Name, const std::string& ValueName,
                         std::vector<double>& Values, const std::string& Description);
+
+/// \return the Count finite numbers of an option's text, parted by commas or blanks; brackets around them are passed over.
+/// \throws the error of a command line that is wrong.
+std::vector<double> NumbersFrom(const std::string& Option, std::string_view Text, std::size_t Count);
 
 /// An option, or with a Name without dashes an argument, whose value is Count finite numbers, parted by commas or blanks.
 /// Brackets around them are passed over.

@@ -3,7 +3,7 @@
 #include <zor/Arguments.h>
 #include <zor/Commands.h>
 #include <zor/ExitStatus.h>
-#include <zor/PoseInput.h>
+#include <zor/PointKind.h>
 #include <zor/Progress.h>
 #include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
@@ -37,8 +37,9 @@ void Run(const TOptions& Options) {
   std::int64_t count = 0;
   const auto radians = [&](double Angle) { return Options.IsDegrees ? DegToRad(Angle) : Angle; };
   ReadRows(Options.File, AnyNumberOf(kEulerRow), [&](std::span<const double> Row) {
-    output.Add(
-        TEulerPoint::Create(Row[0], Row[1], Row[2], radians(Row[3]), radians(Row[4]), radians(Row[5])).ToPoint6D());
+    const TEulerPoint pose =
+        TEulerPoint::Create(Row[0], Row[1], Row[2], radians(Row[3]), radians(Row[4]), radians(Row[5]));
+    output.Add(pose.ToPoint6D().ToArray());
     progress.Advance(++count);
   });
   output.Commit();

@@ -4,7 +4,7 @@
 #include <zor/PathFit.h>
 #include <zor/PathMeasures.h>
 #include <zor/PathPicture.h>
-#include <zor/PoseInput.h>
+#include <zor/PointInput.h>
 #include <zor/Progress.h>
 #include <zor/Report.h>
 #include <CLI/CLI.hpp>
@@ -13,6 +13,7 @@
 
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <vector>
 
 namespace ZORBase::Tool {
@@ -21,59 +22,68 @@ namespace {
 constexpr auto kFooter =
     R"(The path is a cubic curve through all poses. Lengths and distances are over all six components. Overshoot is how far
 the path swings out from the straight line between two poses. The smallest radius of curvature is that of the path of
-X, Y, Z alone, in their unit.
+X, Y, Z alone, in their unit. With --2d the path is a curve of the plane through points X,Y.
 
 Examples:
   zor fit poses.txt                                 the three methods side by side
   zor fit poses.txt --method chord --json           one of them, for other programs
-  zor fit poses.txt --method chord --plot path.png  and a picture of it)";
+  zor fit poses.txt --method chord --plot path.png  and a picture of it
+  zor fit profile.txt --2d                          a plane profile)";
 
 struct TOptions {
   std::string File;
+  bool IsPlane = false;
   std::optional<TParalizeMethod> Method;
   bool IsJson = false;
   std::string Plot;
 };
 
 // One method and what came of it.
+template <class TPoint>
 struct TFit {
   TParalizeMethod Method = kUsualMethod;
-  std::optional<TNurbs6D> Path;  ///< nothing where the poses allow no fit by this method
-  std::string Refusal;           ///< why
+  std::optional<typename TPointKind<TPoint>::TCurve> Path;  ///< nothing where the points allow no fit by this method
+  std::string Refusal;                                      ///< why
   double Miss = 0.0;
   TPathPlace Overshoot;
   std::optional<TPathPlace> Bend;
 };
 
-void Measure(TFit& Fit, const TPoint6DList& Poses) {
+template <class TPoint>
+using TFits = std::vector<TFit<TPoint>>;
+
+template <class TPoint>
+void Measure(TFit<TPoint>& Fit, const TPointFile<TPoint>& File) {
   const std::string name(MethodName(Fit.Method));
-  Fit.Miss = LargestMiss(*Fit.Path, Poses);
+  Fit.Miss = LargestMiss<TPoint>(*Fit.Path, File.Points);
   {
     TProgress progress("measuring distances (method " + name + ")", PieceCount(*Fit.Path));
-    Fit.Overshoot = LargestDistanceFromPolygon(*Fit.Path, [&](int Done) { progress.Advance(Done); });
+    Fit.Overshoot = LargestDistanceFromPolygon<TPoint>(*Fit.Path, [&](int Done) { progress.Advance(Done); });
   }
   TProgress progress("measuring curvature (method " + name + ")", PieceCount(*Fit.Path));
-  Fit.Bend = SharpestBend(*Fit.Path, [&](int Done) { progress.Advance(Done); });
+  Fit.Bend = SharpestBend<TPoint>(*Fit.Path, [&](int Done) { progress.Advance(Done); });
 }
 
-TFit FitBy(const TPoseFile& File, TParalizeMethod Method) {
-  TFit fit;
+template <class TPoint>
+TFit<TPoint> FitBy(const TPointFile<TPoint>& File, TParalizeMethod Method) {
+  TFit<TPoint> fit;
   fit.Method = Method;
   fit.Path = FitPath(File, Method);
-  Measure(fit, File.Poses);
+  Measure(fit, File);
   return fit;
 }
 
-// All three methods. One that the poses do not allow keeps its reason; the first reason is raised when that is all of them.
-std::vector<TFit> FitByAll(const TPoseFile& File) {
-  std::vector<TFit> fits;
+// All three methods. One that the points do not allow keeps its reason; the first reason is raised when that is all of them.
+template <class TPoint>
+TFits<TPoint> FitByAll(const TPointFile<TPoint>& File) {
+  TFits<TPoint> fits;
   bool isAnyFitted = false;
   for (const TParalizeMethod method : {mEqually, mChord, mCentripetal}) {
     try {
       fits.push_back(FitBy(File, method));
       isAnyFitted = true;
     } catch (const TGeneralError& Error) {
-      TFit& refused = fits.emplace_back();
+      TFit<TPoint>& refused = fits.emplace_back();
       refused.Method = method;
       refused.Refusal = Error.what();
     }
@@ -85,73 +95,87 @@ std::vector<TFit> FitByAll(const TPoseFile& File) {
 // ------------------------------------------------------------------------------------------------ report
 
 // A row of the report: what Value says about each fit.
-template <class TValue>
-void AddRow(TReport& Report, const std::vector<TFit>& Fits, const std::string& Key, const std::string& Title,
+template <class TPoint, class TValue>
+void AddRow(TReport& Report, const TFits<TPoint>& Fits, const std::string& Key, const std::string& Title,
             TValue&& Value) {
   std::vector<TReportValue> values;
-  for (const TFit& fit : Fits) values.push_back(fit.Path ? TReportValue(Value(fit)) : TReportValue());
+  for (const auto& fit : Fits) values.push_back(fit.Path ? TReportValue(Value(fit)) : TReportValue());
   Report.Row(Key, Title, std::move(values));
 }
 
 TReportValue LinesOf(const TPathPlace& Place) { return TLines{LineOf(Place.Piece), LineOf(Place.Piece + 1)}; }
 
-TReportValue LengthAt(const TFit& Fit, const TPathPlace& Place) { return Fit.Path->GetSByU(Place.Param); }
+template <class TPoint>
+TReportValue LengthAt(const TFit<TPoint>& Fit, const TPathPlace& Place) {
+  return Fit.Path->GetSByU(Place.Param);
+}
 
-template <class TValue>
-void AddBendRow(TReport& Report, const std::vector<TFit>& Fits, const std::string& Key, const std::string& Title,
+template <class TPoint, class TValue>
+void AddBendRow(TReport& Report, const TFits<TPoint>& Fits, const std::string& Key, const std::string& Title,
                 TValue&& Value) {
   AddRow(Report, Fits, Key, Title,
-         [&](const TFit& Fit) { return Fit.Bend ? TReportValue(Value(Fit)) : TReportValue(); });
+         [&](const auto& Fit) { return Fit.Bend ? TReportValue(Value(Fit)) : TReportValue(); });
 }
 
-void AddFitRows(TReport& Report, const std::vector<TFit>& Fits) {
+template <class TPoint>
+void AddFitRows(TReport& Report, const TFits<TPoint>& Fits) {
+  using TKind = TPointKind<TPoint>;
+  constexpr bool kIsPose = std::is_same_v<TPoint, TPoint6D>;
   const auto count = [](auto Value) { return TReportValue(static_cast<std::int64_t>(Value)); };
-  AddRow(Report, Fits, "length", "length", [](const TFit& Fit) { return Fit.Path->CurveLength(); });
-  AddRow(Report, Fits, "controlPoints", "control points", [&](const TFit& Fit) { return count(Fit.Path->pCount()); });
+  AddRow(Report, Fits, "length", "length", [](const auto& Fit) { return Fit.Path->CurveLength(); });
+  AddRow(Report, Fits, "controlPoints", "control points", [&](const auto& Fit) { return count(Fit.Path->pCount()); });
   AddRow(Report, Fits, "tableRows", "rows of the length table",
-         [&](const TFit& Fit) { return count(Fit.Path->SUTable().Count()); });
-  AddRow(Report, Fits, "distanceFromPoses", "largest miss of a pose", [](const TFit& Fit) { return Fit.Miss; });
-  AddRow(Report, Fits, "distanceFromPolygon", "largest overshoot", [](const TFit& Fit) { return Fit.Overshoot.Value; });
-  AddRow(Report, Fits, "distanceFromPolygonLines", "  between", [](const TFit& Fit) { return LinesOf(Fit.Overshoot); });
+         [&](const auto& Fit) { return count(Fit.Path->SUTable().Count()); });
+  AddRow(Report, Fits, fmt::format("distanceFrom{}", kIsPose ? "Poses" : "Points"),
+         fmt::format("largest miss of a {}", TKind::kRow.Noun), [](const auto& Fit) { return Fit.Miss; });
+  AddRow(Report, Fits, "distanceFromPolygon", "largest overshoot", [](const auto& Fit) { return Fit.Overshoot.Value; });
+  AddRow(Report, Fits, "distanceFromPolygonLines", "  between", [](const auto& Fit) { return LinesOf(Fit.Overshoot); });
   AddRow(Report, Fits, "distanceFromPolygonAt", "  at length",
-         [](const TFit& Fit) { return LengthAt(Fit, Fit.Overshoot); });
-  AddBendRow(Report, Fits, "smallestRadius", "smallest radius of X,Y,Z",
-             [](const TFit& Fit) { return 1.0 / Fit.Bend->Value; });
-  AddBendRow(Report, Fits, "smallestRadiusLines", "  between", [](const TFit& Fit) { return LinesOf(*Fit.Bend); });
-  AddBendRow(Report, Fits, "smallestRadiusAt", "  at length", [](const TFit& Fit) { return LengthAt(Fit, *Fit.Bend); });
+         [](const auto& Fit) { return LengthAt(Fit, Fit.Overshoot); });
+  AddBendRow(Report, Fits, "smallestRadius", fmt::format("smallest radius of {}", TKind::kPosition),
+             [](const auto& Fit) { return 1.0 / Fit.Bend->Value; });
+  AddBendRow(Report, Fits, "smallestRadiusLines", "  between", [](const auto& Fit) { return LinesOf(*Fit.Bend); });
+  AddBendRow(Report, Fits, "smallestRadiusAt", "  at length", [](const auto& Fit) { return LengthAt(Fit, *Fit.Bend); });
 }
 
-TReport FitReport(const TPoseFile& File, const std::vector<TFit>& Fits) {
+template <class TPoint>
+TReport FitReport(const TPointFile<TPoint>& File, const TFits<TPoint>& Fits) {
+  const std::string nouns(TPointKind<TPoint>::kNouns);
   TReport report;
   report.Section("", "");
   report.Fact("file", "file", File.Name);
-  report.Fact("poses", "poses", std::int64_t{File.Poses.Count()});
+  report.Fact(nouns, nouns, std::int64_t{File.Points.Count()});
   std::vector<TReport::TColumn> columns;
-  for (const TFit& fit : Fits)
+  for (const auto& fit : Fits)
     columns.push_back({std::string(MethodName(fit.Method)), std::string(MethodName(fit.Method))});
   report.Section("methods", "Path by method", std::move(columns), TReport::rnByColumn);
   AddFitRows(report, Fits);
-  for (const TFit& fit : Fits) {
+  for (const auto& fit : Fits) {
     if (!fit.Path) report.Warning(fit.Refusal);
   }
-  if (const std::string warning = MetresWarning(File.Poses); !warning.empty()) report.Warning(warning);
+  if (const std::string warning = MetresWarning(File); !warning.empty()) report.Warning(warning);
   return report;
 }
 
-void Draw(const TPoseFile& File, const std::vector<TFit>& Fits, const std::string& FileName) {
-  TPathPicture picture;
-  picture.Title = fmt::format("{}: cubic path through {} poses", File.Name, File.Poses.Count());
-  for (const TFit& fit : Fits) {
-    if (fit.Path) picture.Paths.push_back(DrawnCurve(fmt::format("method {}", MethodName(fit.Method)), *fit.Path));
+template <class TPoint>
+void Draw(const TPointFile<TPoint>& File, const TFits<TPoint>& Fits, const std::string& FileName) {
+  const std::string_view nouns = TPointKind<TPoint>::kNouns;
+  TPathPicture picture = PictureOf<TPoint>();
+  picture.Title = fmt::format("{}: cubic path through {} {}", File.Name, File.Points.Count(), nouns);
+  for (const auto& fit : Fits) {
+    if (fit.Path) {
+      picture.Paths.push_back(DrawnCurve<TPoint>(fmt::format("method {}", MethodName(fit.Method)), *fit.Path));
+    }
   }
-  picture.PosesName = "given poses";
-  picture.Poses = File.Poses;
+  picture.DotsName = fmt::format("given {}", nouns);
+  picture.Dots = DotsOf<TPoint>(File.Points);
   SavePathPicture(picture, FileName);
 }
 
+template <class TPoint>
 void Run(const TOptions& Options) {
-  const TPoseFile file = ReadPoses(Options.File);
-  const std::vector<TFit> fits = Options.Method ? std::vector{FitBy(file, *Options.Method)} : FitByAll(file);
+  const TPointFile<TPoint> file = ReadPoints<TPoint>(Options.File);
+  const TFits<TPoint> fits = Options.Method ? TFits<TPoint>{FitBy(file, *Options.Method)} : FitByAll(file);
   if (!Options.Plot.empty()) Draw(file, fits, Options.Plot);
   FitReport(file, fits).Write(Options.IsJson);
 }
@@ -163,12 +187,12 @@ void AddFitCommand(CLI::App& Program) {
   CLI::App* const command =
       Program.add_subcommand("fit", "Fit a smooth path through the poses and tell how good it is");
   command->footer(kFooter);
-  AddPoseFile(*command, options->File);
+  AddPathFile(*command, options->File, options->IsPlane);
   AddMethod(*command, options->Method,
             "How the curve parameter is spread over the poses (default: all three are compared)");
   AddJson(*command, options->IsJson);
   AddPlot(*command, options->Plot);
-  command->callback([options] { Run(*options); });
+  command->callback([options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
 }
 
 }  // namespace ZORBase::Tool

@@ -3,48 +3,51 @@
 #include <zor/Commands.h>
 #include <zor/PathFit.h>
 #include <zor/PathPicture.h>
-#include <zor/PoseInput.h>
+#include <zor/PointInput.h>
 #include <zor/PoseMeasures.h>
 #include <zor/Report.h>
 #include <CLI/CLI.hpp>
 
-#include <array>
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <type_traits>
 
 namespace ZORBase::Tool {
 namespace {
 
-constexpr auto kFooter = R"(Distances are over all six components; X, Y, Z have the unit of the file.
+constexpr auto kFooter = R"(Distances are over all components; X, Y, Z have the unit of the file.
 
 Examples:
   zor info poses.txt                       what is in the file
   zor info poses.txt --plot poses.svg      and a picture of it
-  zor info - --json < poses.txt            for other programs)";
+  zor info - --json < poses.txt            for other programs
+  zor info profile.txt --2d                the points of a plane profile)";
 
 struct TOptions {
   std::string File;
+  bool IsPlane = false;
   bool IsJson = false;
   std::string Plot;
 };
 
 TLines LinesFrom(int Pose) { return {LineOf(Pose), LineOf(Pose + 1)}; }
 
-void ReportBox(TReport& Report, const TPoint6DList& Poses) {
-  constexpr std::array<std::string_view, 6> names = {"X", "Y", "Z", "A", "B", "C"};
-  const TBox box = BoxOf(Poses);
+template <class TPoint>
+void ReportBox(TReport& Report, const TList<TPoint>& Points) {
+  const TBox box = BoxOf(Points);
   Report.Section("box", "Box", {{"min", "smallest"}, {"max", "largest"}, {"size", "size"}});
-  for (int i = 0; i < 6; ++i) {
-    const std::string name(names[static_cast<std::size_t>(i)]);
+  for (int i = 0; const std::string_view component : TPointKind<TPoint>::kComponents) {
+    const std::string name(component);
     const double from = box.Min.Items(i);
     const double to = box.Max.Items(i);
     Report.Row(name, name, {from, to, to - from});
+    ++i;
   }
 }
 
-void ReportChords(TReport& Report, const TChordFigures& Chords) {
-  Report.Section("chords", "Distances of neighbours, over all six", {{"distance", "distance"}, {"lines", "between"}});
+void ReportChords(TReport& Report, const TChordFigures& Chords, const std::string& Title) {
+  Report.Section("chords", Title, {{"distance", "distance"}, {"lines", "between"}});
   Report.Row("smallest", "smallest", {Chords.Smallest.Value, LinesFrom(Chords.Smallest.Pose)});
   Report.Row("largest", "largest", {Chords.Largest.Value, LinesFrom(Chords.Largest.Pose)});
   Report.Fact("mean", "mean", Chords.Mean);
@@ -75,47 +78,55 @@ void ReportDirections(TReport& Report, const TPoint6DList& Poses, const std::opt
   Report.Row("largest", "largest", {turn.PerLength * kDegrees, turn.Angle * kDegrees, LinesFrom(turn.Pose)});
 }
 
-std::string Verdict(TCloseness Closeness) {
+std::string Verdict(TCloseness Closeness, std::string_view Noun) {
   switch (Closeness) {
-    case clSame: return "the same pose: no fit";
+    case clSame: return fmt::format("the same {}: no fit", Noun);
     case clTooClose: return "too close: no fit by chord";
     default: return "dangerously close";
   }
 }
 
-void ReportCloseNeighbours(TReport& Report, const TChordFigures& Chords) {
+void ReportCloseNeighbours(TReport& Report, const TChordFigures& Chords, std::string_view Noun) {
   const std::vector<TCloseNeighbours> close = CloseNeighbours(Chords);
   Report.Section("closeNeighbours",
                  fmt::format("Near-duplicates: {}", close.empty() ? "none" : fmt::format("{}", close.size())),
                  {{"lines", ""}, {"distance", ""}, {"verdict", ""}}, TReport::rnList);
   for (const TCloseNeighbours& pair : close) {
-    Report.Row("", "", {LinesFrom(pair.Chord.Pose), pair.Chord.Value, Verdict(pair.Closeness)});
+    Report.Row("", "", {LinesFrom(pair.Chord.Pose), pair.Chord.Value, Verdict(pair.Closeness, Noun)});
   }
 }
 
-TReport InfoReport(const TPoseFile& File) {
+template <class TPoint>
+TReport InfoReport(const TPointFile<TPoint>& File) {
+  using TKind = TPointKind<TPoint>;
+  constexpr bool kIsPose = std::is_same_v<TPoint, TPoint6D>;
+  const std::string nouns(TKind::kNouns);
   TReport report;
   report.Section("", "");
   report.Fact("file", "file", File.Name);
-  report.Fact("poses", "poses", std::int64_t{File.Poses.Count()});
-  ReportBox(report, File.Poses);
-  const auto chords = ChordsOf(File.Poses);
-  if (chords) ReportChords(report, *chords);
-  ReportDirections(report, File.Poses, chords);
-  if (chords) ReportCloseNeighbours(report, *chords);
-  if (const std::string warning = MetresWarning(File.Poses); !warning.empty()) report.Warning(warning);
+  report.Fact(nouns, nouns, std::int64_t{File.Points.Count()});
+  ReportBox<TPoint>(report, File.Points);
+  const auto chords = ChordsOf(File.Points);
+  if (chords)
+    ReportChords(report, *chords, kIsPose ? "Distances of neighbours, over all six" : "Distances of neighbours");
+  if constexpr (kIsPose) ReportDirections(report, File.Points, chords);
+  if (chords) ReportCloseNeighbours(report, *chords, TKind::kRow.Noun);
+  if (const std::string warning = MetresWarning(File); !warning.empty()) report.Warning(warning);
   return report;
 }
 
+template <class TPoint>
 void Run(const TOptions& Options) {
-  const TPoseFile file = ReadPoses(Options.File);
+  const TPointFile<TPoint> file = ReadPoints<TPoint>(Options.File);
   const TReport report = InfoReport(file);
   if (!Options.Plot.empty()) {
-    SavePathPicture({fmt::format("{}: {} poses", file.Name, file.Poses.Count()),
-                     {DrawnPolygon("straight lines", file.Poses)},
-                     "poses",
-                     file.Poses},
-                    Options.Plot);
+    TPathPicture picture = PictureOf<TPoint>();
+    const std::string_view nouns = TPointKind<TPoint>::kNouns;
+    picture.Title = fmt::format("{}: {} {}", file.Name, file.Points.Count(), nouns);
+    picture.Paths = {DrawnPolygon<TPoint>("straight lines", file.Points)};
+    picture.DotsName = nouns;
+    picture.Dots = DotsOf<TPoint>(file.Points);
+    SavePathPicture(picture, Options.Plot);
   }
   report.Write(Options.IsJson);
 }
@@ -126,10 +137,10 @@ void AddInfoCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
   CLI::App* const command = Program.add_subcommand("info", "Tell what a file of poses holds, and what is odd about it");
   command->footer(kFooter);
-  AddPoseFile(*command, options->File);
+  AddPathFile(*command, options->File, options->IsPlane);
   AddJson(*command, options->IsJson);
   AddPlot(*command, options->Plot);
-  command->callback([options] { Run(*options); });
+  command->callback([options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
 }
 
 }  // namespace ZORBase::Tool

@@ -12,11 +12,15 @@
 namespace ZORBase::Tool {
 namespace {
 
-void RequireEnoughPoses(const TPoseFile& File) {
-  const int count = File.Poses.Count();
-  if (count >= TNurbs6D::kFewestFitPoints) return;
-  RaiseGeneralError(fmt::format("{}: found {} pose{}, expected {} or more to fit a path through. Measure more poses.",
-                                File.Name, count, count == 1 ? "" : "s", TNurbs6D::kFewestFitPoints));
+template <class TPoint>
+void RequireEnoughPoints(const TPointFile<TPoint>& File) {
+  using TKind = TPointKind<TPoint>;
+  constexpr int kFewest = TKind::TCurve::kFewestFitPoints;
+  const int count = File.Points.Count();
+  if (count >= kFewest) return;
+  RaiseGeneralError(fmt::format("{}: found {} {}, expected {} or more to fit a path through. Measure more {}.",
+                                File.Name, count, count == 1 ? TKind::kRow.Noun : TKind::kNouns, kFewest,
+                                TKind::kNouns));
 }
 
 // What stands behind a message that names the first of Count.
@@ -25,24 +29,32 @@ std::string OthersText(std::ptrdiff_t Count) {
   return fmt::format(" {} more {} like that.", Count - 1, Count == 2 ? "pair is" : "pairs are");
 }
 
-void RequireDistinctNeighbours(const TPoseFile& File) {
-  const auto chords = ChordsOf(File.Poses);
-  const auto isSame = [](double Chord) { return Chord < TNurbs6D::kSmallestChord; };
+template <class TPoint>
+void RequireDistinctNeighbours(const TPointFile<TPoint>& File) {
+  constexpr double kSmallestChord = TPointKind<TPoint>::TCurve::kSmallestChord;
+  const auto chords = ChordsOf(File.Points);
+  const auto isSame = [](double Chord) { return Chord < kSmallestChord; };
   const auto first = std::find_if(chords->Chords.begin(), chords->Chords.end(), isSame);
   if (first == chords->Chords.end()) return;
   const int line = LineOf(static_cast<int>(first - chords->Chords.begin()));
   RaiseGeneralError(fmt::format(
-      "{}, lines {} and {}: found the same pose twice (their distance is {:.3g}), expected neighbours at least "
+      "{}, lines {} and {}: found the same {} twice (their distance is {:.3g}), expected neighbours at least "
       "{} apart. Remove one of the two lines; \"zor info\" lists all such pairs.{}",
-      File.Name, line, line + 1, *first, TNurbs6D::kSmallestChord,
+      File.Name, line, line + 1, TPointKind<TPoint>::kRow.Noun, *first, kSmallestChord,
       OthersText(std::count_if(first, chords->Chords.end(), isSame))));
 }
 
-// The parts of the path from pose to pose, as a method counts them.
-std::vector<double> PartsOf(const TPoint6DList& Poses, TParalizeMethod Method) {
-  std::vector<double> params(Poses.size());
+// The parts of the path from point to point, as a method counts them.
+template <class TPoint>
+std::vector<double> PartsOf(const typename TPointKind<TPoint>::TPoints& Points, TParalizeMethod Method) {
+  using TCurve = typename TPointKind<TPoint>::TCurve;
+  std::vector<double> params(Points.size());
   double length = 0.0;
-  TNurbs6D::CurveParalize(Poses, params, length, Method);
+  switch (Method) {
+    case mEqually: TCurve::EquallyParalize(Points, params, length); break;
+    case mChord: TCurve::ChordParalize(Points, params, length); break;
+    default: TCurve::CentripetalParalize(Points, params, length);
+  }
   std::vector<double> parts;
   parts.reserve(params.size());
   for (std::size_t k = 0; k + 1 < params.size(); ++k) parts.push_back(params[k + 1] - params[k]);
@@ -50,9 +62,10 @@ std::vector<double> PartsOf(const TPoint6DList& Poses, TParalizeMethod Method) {
 }
 
 // Says in lines of the file what the fit said in numbers of points.
-[[noreturn]] void RaiseRefusal(const TPoseFile& File, TParalizeMethod Method, const std::string& Refusal) {
+template <class TPoint>
+[[noreturn]] void RaiseRefusal(const TPointFile<TPoint>& File, TParalizeMethod Method, const std::string& Refusal) {
   constexpr double kTooNarrow = 1.000000001e-6;  // what the fit asks for
-  const std::vector<double> parts = PartsOf(File.Poses, Method);
+  const std::vector<double> parts = PartsOf<TPoint>(File.Points, Method);
   const auto isTooNarrow = [](double Part) { return Part < kTooNarrow; };
   const auto first = std::find_if(parts.begin(), parts.end(), isTooNarrow);
   if (first == parts.end()) RaiseGeneralError(File.Name + ": " + Refusal);
@@ -67,26 +80,34 @@ std::vector<double> PartsOf(const TPoint6DList& Poses, TParalizeMethod Method) {
 
 }  // namespace
 
-TNurbs6D FitPath(const TPoseFile& File, TParalizeMethod Method) {
-  RequireEnoughPoses(File);
+template <class TPoint>
+typename TPointKind<TPoint>::TCurve FitPath(const TPointFile<TPoint>& File, TParalizeMethod Method) {
+  RequireEnoughPoints(File);
   RequireDistinctNeighbours(File);
   const TProgress progress(fmt::format("fitting the path (method {})", MethodName(Method)));
-  TNurbs6D path;
+  typename TPointKind<TPoint>::TCurve path;
   try {
-    path.CreateCross(&File.Poses, Method);
+    TPointKind<TPoint>::Fit(path, File.Points, Method);
   } catch (const TGeneralError& Error) {
     RaiseRefusal(File, Method, Error.what());
   }
   return path;
 }
 
-std::string MetresWarning(const TPoint6DList& Poses) {
-  const auto chords = ChordsOf(Poses);
+template <class TPoint>
+std::string MetresWarning(const TPointFile<TPoint>& File) {
+  using TKind = TPointKind<TPoint>;
+  const auto chords = ChordsOf(File.Points);
   if (!chords || !LooksLikeMetres(*chords)) return "";
   return fmt::format(
-      "the poses are {:.3g} apart on average, closer than {} where lengths along a path are tabulated; the "
-      "length between two poses is then a straight line. If the file is in metres, multiply X, Y, Z by 1000.",
-      chords->Mean, TNurbs6D::kSampleSpacing);
+      "the {0} are {1:.3g} apart on average, closer than {2} where lengths along a path are tabulated; the "
+      "length between two {0} is then a straight line. If the file is in metres, multiply {3} by 1000.",
+      TKind::kNouns, chords->Mean, TKind::TCurve::kSampleSpacing, TKind::kPosition);
 }
+
+template TNurbs2D FitPath(const TPointFile<TPoint2D>&, TParalizeMethod);
+template TNurbs6D FitPath(const TPointFile<TPoint6D>&, TParalizeMethod);
+template std::string MetresWarning(const TPointFile<TPoint2D>&);
+template std::string MetresWarning(const TPointFile<TPoint6D>&);
 
 }  // namespace ZORBase::Tool

@@ -11,14 +11,18 @@ namespace {
 
 constexpr int kDegree = TNurbsBasicFunc::kDegree;
 
-TPoint6D Between(const TPoint6D& P, const TPoint6D& Q, double t) { return P + (Q - P) * t; }
+template <class TPoint>
+TPoint Between(const TPoint& P, const TPoint& Q, double t) {
+  return P + (Q - P) * t;
+}
 
 // ------------------------------------------------------------------------------------------------ distance
 
-// The distance of P from the straight line between two poses.
-double DistanceFromSegment(const TPoint6D& P, const TPoint6D& From, const TPoint6D& To) {
-  const TPoint6D along = To - From;
-  const TPoint6D toP = P - From;
+// The distance of P from the straight line between two points.
+template <class TPoint>
+double DistanceFromSegment(const TPoint& P, const TPoint& From, const TPoint& To) {
+  const TPoint along = To - From;
+  const TPoint toP = P - From;
   const double t = std::clamp(toP.DotMul(along) / along.MagSqr(), 0.0, 1.0);
   return (toP - along * t).Mag();
 }
@@ -26,11 +30,12 @@ double DistanceFromSegment(const TPoint6D& P, const TPoint6D& From, const TPoint
 // Looks for the largest distance of a piece from its straight line. A distance from a segment is a convex function of the
 // place: over a Bezier segment it is nowhere above its largest value at the control points. Halves that cannot beat
 // what is found already are left out.
+template <class TPoint>
 class TDistanceSearch {
  public:
   explicit TDistanceSearch(TPathPlace& Best) : FBest(Best) {}
 
-  void Search(const TPathPiece& Piece, int Index) {
+  void Search(const TPathPiece<TPoint>& Piece, int Index) {
     FPiece = Index;
     FFrom = Piece.Points[0];
     FTo = Piece.Points[3];
@@ -38,20 +43,20 @@ class TDistanceSearch {
   }
 
  private:
-  double DistanceOf(const TPoint6D& P) const { return DistanceFromSegment(P, FFrom, FTo); }
+  double DistanceOf(const TPoint& P) const { return DistanceFromSegment(P, FFrom, FTo); }
 
-  void Halve(const TPathPiece& Part, int Depth) {
+  void Halve(const TPathPiece<TPoint>& Part, int Depth) {
     constexpr int kDeepest = 40;
     double bound = 0.0;
-    for (const TPoint6D& P : Part.Points) bound = std::max(bound, DistanceOf(P));
+    for (const TPoint& P : Part.Points) bound = std::max(bound, DistanceOf(P));
     if (Depth == kDeepest || !(bound > FBest.Value * (1.0 + kDistanceTolerance))) return;
     const auto& [p0, p1, p2, p3] = Part.Points;
-    const TPoint6D p01 = Between(p0, p1, 0.5);
-    const TPoint6D p12 = Between(p1, p2, 0.5);
-    const TPoint6D p23 = Between(p2, p3, 0.5);
-    const TPoint6D p012 = Between(p01, p12, 0.5);
-    const TPoint6D p123 = Between(p12, p23, 0.5);
-    const TPoint6D middle = Between(p012, p123, 0.5);
+    const TPoint p01 = Between(p0, p1, 0.5);
+    const TPoint p12 = Between(p1, p2, 0.5);
+    const TPoint p23 = Between(p2, p3, 0.5);
+    const TPoint p012 = Between(p01, p12, 0.5);
+    const TPoint p123 = Between(p12, p23, 0.5);
+    const TPoint middle = Between(p012, p123, 0.5);
     const double middleParam = Part.ParamAt(0.5);
     if (const double distance = DistanceOf(middle); distance > FBest.Value) FBest = {distance, FPiece, middleParam};
     Halve({{p0, p01, p012, middle}, Part.From, middleParam}, Depth + 1);
@@ -60,8 +65,8 @@ class TDistanceSearch {
 
   TPathPlace& FBest;
   int FPiece = 0;
-  TPoint6D FFrom;
-  TPoint6D FTo;
+  TPoint FFrom;
+  TPoint FTo;
 };
 
 // ------------------------------------------------------------------------------------------------ curvature
@@ -89,14 +94,17 @@ double LowestPlace(TFunction&& Function, double From, double To) {
   return From + (To - From) / 2.0;
 }
 
-// The movement of the position over a piece: X, Y, Z by t.
+// The movement of the position over a piece, by t.
 class TMotion {
  public:
-  explicit TMotion(const TPathPiece& Piece) {
-    for (std::size_t i = 0; i < 3; ++i) FEdges[i] = Piece.Points[i + 1].GetPoint() - Piece.Points[i].GetPoint();
+  template <class TPoint>
+  explicit TMotion(const TPathPiece<TPoint>& Piece) {
+    std::array<TPoint3D, 4> places;
+    std::transform(Piece.Points.begin(), Piece.Points.end(), places.begin(), TPointKind<TPoint>::PositionOf);
+    for (std::size_t i = 0; i < 3; ++i) FEdges[i] = places[i + 1] - places[i];
     // Movements that are mere rounding of the coordinates have no direction.
     constexpr double kRounding = 1e-12;
-    const double size = std::max(Piece.Points.front().GetPoint().Mag(), Piece.Points.back().GetPoint().Mag());
+    const double size = std::max(places.front().Mag(), places.back().Mag());
     if (std::max({FEdges[0].Mag(), FEdges[1].Mag(), FEdges[2].Mag()}) <= kRounding * size) FEdges = {};
   }
 
@@ -157,33 +165,38 @@ TBendSample Refined(const TMotion& Motion, const TBendSample& Sample) {
 
 }  // namespace
 
-TPoint6D TPathPiece::PointAt(double t) const {
+template <class TPoint>
+TPoint TPathPiece<TPoint>::PointAt(double t) const {
   const auto& [p0, p1, p2, p3] = Points;
   const double r = 1.0 - t;
   return p0 * (r * r * r) + p1 * (3.0 * r * r * t) + p2 * (3.0 * r * t * t) + p3 * (t * t * t);
 }
 
-double TPathPiece::CurvatureAt(double t) const { return TMotion(*this).Curvature(t); }
+template <class TPoint>
+double TPathPiece<TPoint>::CurvatureAt(double t) const {
+  return TMotion(*this).Curvature(t);
+}
 
-int PieceCount(const TNurbs6D& Curve) { return Curve.pCount() - kDegree; }
-
-TPathPiece PieceOf(const TNurbs6D& Curve, int Index) {
+template <class TPoint>
+TPathPiece<TPoint> PieceOf(const TNurbsCurve<TPoint>& Curve, int Index) {
   const int span = Index + kDegree;
   return {Curve.SpanBezier(span), Curve.BasicFun().Items(span), Curve.BasicFun().Items(span + 1)};
 }
 
-double LargestMiss(const TNurbs6D& Curve, const TPoint6DList& Poses) {
+template <class TPoint>
+double LargestMiss(const TNurbsCurve<TPoint>& Curve, const TList<TPoint>& Points) {
   double largest = 0.0;
-  for (int i = 0; i < Poses.Count(); ++i) {
-    const TPoint6D onCurve = Curve.EvalPoint(Curve.BasicFun().Items(i + kDegree));
-    largest = std::max(largest, (onCurve - Poses[i]).Mag());
+  for (int i = 0; i < Points.Count(); ++i) {
+    const TPoint onCurve = Curve.EvalPoint(Curve.BasicFun().Items(i + kDegree));
+    largest = std::max(largest, (onCurve - Points[i]).Mag());
   }
   return largest;
 }
 
-TPathPlace LargestDistanceFromPolygon(const TNurbs6D& Curve, const TPiecesDone& OnPiece) {
+template <class TPoint>
+TPathPlace LargestDistanceFromPolygon(const TNurbsCurve<TPoint>& Curve, const TPiecesDone& OnPiece) {
   TPathPlace best;
-  TDistanceSearch search(best);
+  TDistanceSearch<TPoint> search(best);
   for (int i = 0; i < PieceCount(Curve); ++i) {
     search.Search(PieceOf(Curve, i), i);
     if (OnPiece) OnPiece(i + 1);
@@ -191,12 +204,13 @@ TPathPlace LargestDistanceFromPolygon(const TNurbs6D& Curve, const TPiecesDone& 
   return best;
 }
 
-std::optional<TPathPlace> SharpestBend(const TNurbs6D& Curve, const TPiecesDone& OnPiece) {
+template <class TPoint>
+std::optional<TPathPlace> SharpestBend(const TNurbsCurve<TPoint>& Curve, const TPiecesDone& OnPiece) {
   // A peak stands higher than the samples beside it: every piece whose samples come this close to the best is refined.
   constexpr double kWorthRefining = 0.5;
   TPathPlace best;
   for (int i = 0; i < PieceCount(Curve); ++i) {
-    const TPathPiece piece = PieceOf(Curve, i);
+    const TPathPiece<TPoint> piece = PieceOf(Curve, i);
     const TMotion motion(piece);
     TBendSample sample = SharpestSample(motion);
     if (sample.Curvature > kWorthRefining * best.Value) sample = Refined(motion, sample);
@@ -205,5 +219,18 @@ std::optional<TPathPlace> SharpestBend(const TNurbs6D& Curve, const TPiecesDone&
   }
   return best.Value > 0.0 ? std::optional(best) : std::nullopt;
 }
+
+// ------------------------------------------------------------------------------------------------ for both types of points
+
+template struct TPathPiece<TPoint2D>;
+template struct TPathPiece<TPoint6D>;
+template TPathPiece<TPoint2D> PieceOf(const TNurbsCurve<TPoint2D>&, int);
+template TPathPiece<TPoint6D> PieceOf(const TNurbsCurve<TPoint6D>&, int);
+template double LargestMiss(const TNurbsCurve<TPoint2D>&, const TList<TPoint2D>&);
+template double LargestMiss(const TNurbsCurve<TPoint6D>&, const TList<TPoint6D>&);
+template TPathPlace LargestDistanceFromPolygon(const TNurbsCurve<TPoint2D>&, const TPiecesDone&);
+template TPathPlace LargestDistanceFromPolygon(const TNurbsCurve<TPoint6D>&, const TPiecesDone&);
+template std::optional<TPathPlace> SharpestBend(const TNurbsCurve<TPoint2D>&, const TPiecesDone&);
+template std::optional<TPathPlace> SharpestBend(const TNurbsCurve<TPoint6D>&, const TPiecesDone&);
 
 }  // namespace ZORBase::Tool

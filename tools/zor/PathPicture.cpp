@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <span>
 #include <string_view>
 
 namespace ZORBase::Tool {
@@ -25,7 +26,8 @@ constexpr double kRight = 40.0;
 constexpr double kTitleTop = 34.0;
 constexpr double kLegendTop = 66.0;
 constexpr double kViewTop = 130.0;
-constexpr double kViewSide = 380.0;
+constexpr double kViewSide = 380.0;  // a plane picture has one view of this height and the whole width
+constexpr double kInnerWidth = kSize.Width - kLeft - kRight;
 constexpr double kCurvatureTop = 620.0;
 constexpr double kCurvatureBottom = 930.0;
 
@@ -35,8 +37,9 @@ struct TView {
   int Upwards;
 };
 
-constexpr std::array<TView, 3> kViews = {
+constexpr std::array<TView, 3> kSpaceViews = {
     {{"XY, seen from above", 0, 1}, {"XZ, seen from the front", 0, 2}, {"YZ, seen from the side", 1, 2}}};
+constexpr std::array<TView, 1> kPlaneViews = {{{"XY", 0, 1}}};
 constexpr std::array<std::string_view, 3> kAxes = {"X", "Y", "Z"};
 
 // Later lines are thinner, so that those under them stay visible.
@@ -47,6 +50,12 @@ struct TPen {
 constexpr std::array<TPen, 3> kPathPens = {{{"#1f5fa8", 2.0}, {"#d0432b", 1.4}, {"#2a9d5c", 0.9}}};
 constexpr TPen kTickPen = {"#eba63c", 1.2};
 constexpr std::string_view kDotColour = "#404040";
+
+std::span<const TView> ViewsOf(const TPathPicture& Picture) {
+  return Picture.IsPlane ? std::span<const TView>(kPlaneViews) : kSpaceViews;
+}
+
+double ViewWidth(const TPathPicture& Picture) { return Picture.IsPlane ? kInnerWidth : kViewSide; }
 
 double FromLeft(double Pixels) { return Pixels / kSize.Width; }
 double FromTop(double Pixels) { return 1.0 - Pixels / kSize.Height; }
@@ -80,24 +89,23 @@ void AppendPoints(std::string& Script, std::string_view Name, const TPoint6DList
   Script += "EOD\n";
 }
 
-void AppendTicks(std::string& Script, const TPoint6DList& Poses, double Length) {
+void AppendTicks(std::string& Script, const TPoint6DList& Dots, double Length) {
   Script += "$ticks << EOD\n";
-  for (const int i : Every(Poses.Count(), kDrawnTicks)) {
-    const TPoint3D tick = Poses[i].GetVector().Normal() * Length;
-    fmt::format_to(std::back_inserter(Script), "{:.12g} {:.12g} {:.12g} {:.12g} {:.12g} {:.12g}\n", Poses[i].X,
-                   Poses[i].Y, Poses[i].Z, tick.X, tick.Y, tick.Z);
+  for (const int i : Every(Dots.Count(), kDrawnTicks)) {
+    const TPoint3D tick = Dots[i].GetVector().Normal() * Length;
+    fmt::format_to(std::back_inserter(Script), "{:.12g} {:.12g} {:.12g} {:.12g} {:.12g} {:.12g}\n", Dots[i].X,
+                   Dots[i].Y, Dots[i].Z, tick.X, tick.Y, tick.Z);
   }
   Script += "EOD\n";
 }
 
 // The samples of a path, the highest one of each column of pixels where there are more of them than columns.
 void AppendCurvature(std::string& Script, std::string_view Name, const std::vector<TCurvatureSample>& Samples) {
-  const double columns = kSize.Width - kLeft - kRight;
   const double length = Samples.empty() ? 0.0 : Samples.back().Length;
   Script += fmt::format("${} << EOD\n", Name);
   for (std::size_t i = 0; i < Samples.size();) {
     TCurvatureSample highest = Samples[i];
-    const double columnEnd = Samples[i].Length + length / columns;
+    const double columnEnd = Samples[i].Length + length / kInnerWidth;
     for (; i < Samples.size() && Samples[i].Length <= columnEnd; ++i) {
       if (Samples[i].Curvature > highest.Curvature) highest = Samples[i];
     }
@@ -106,10 +114,10 @@ void AppendCurvature(std::string& Script, std::string_view Name, const std::vect
   Script += "EOD\n";
 }
 
-// What the three views show.
+// What the views show.
 struct TScene {
   TBox Box;
-  double Extent = 1.0;  ///< the largest side of the box
+  double UnitsPerPixel = 1.0;  ///< the one scale of all axes
   double TickLength = 0.0;
 };
 
@@ -125,15 +133,19 @@ double ExtentOf(const TBox& Box) {
 TScene SceneOf(const TPathPicture& Picture) {
   TPoint6DList corners;
   const auto add = [&](const TPoint6DList& Points) {
-    const TBox box = BoxOf(Points);
+    const TBox box = BoxOf<TPoint6D>(Points);
     corners.Add(box.Min);
     corners.Add(box.Max);
   };
-  add(Picture.Poses);
+  add(Picture.Dots);
   for (const TDrawnPath& path : Picture.Paths) add(path.Points);
   constexpr double kTickPart = 0.08;
-  const TBox box = BoxOf(corners);
-  return {box, ExtentOf(box), kTickPart * ExtentOf(box)};
+  constexpr double kRoom = 1.24;  // times the box, so that its directions and a rim have room
+  const TBox box = BoxOf<TPoint6D>(corners);
+  const double extent = ExtentOf(box);
+  double unitsPerPixel = extent / ViewWidth(Picture);
+  if (Picture.IsPlane) unitsPerPixel = std::max(unitsPerPixel, (box.Max.Y - box.Min.Y) / kViewSide);
+  return {box, kRoom * unitsPerPixel, kTickPart * extent};
 }
 
 // ------------------------------------------------------------------------------------------------ panels
@@ -161,13 +173,15 @@ void AppendHead(std::string& Script, const TPathPicture& Picture) {
       "set label 1 {} at screen 0.5,{:.5f} center font ',17'\n"
       "set key at screen 0.5,{:.5f} center center horizontal maxrows 1 Left reverse samplen 2 font ',12'\n",
       PlotString(Picture.Title), FromTop(kTitleTop), FromTop(kLegendTop));
-  Script +=
-      fmt::format("plot NaN with lines lw {} lc rgb '{}' title 'tool direction'", kTickPen.Width, kTickPen.Colour);
-  for (std::size_t i = 0; i < Picture.Paths.size(); ++i) {
-    Script += fmt::format(", NaN with {} title {}", PathStyle(Picture, i), PlotString(Picture.Paths[i].Name));
+  Script += "plot ";
+  if (Picture.HasDirections) {
+    Script += fmt::format("NaN with lines lw {} lc rgb '{}' title 'tool direction', ", kTickPen.Width, kTickPen.Colour);
   }
-  Script += fmt::format(", NaN with {} title {}, NaN with {} title 'start'\n", DotStyle(0.6),
-                        PlotString(Picture.PosesName), StartStyle());
+  for (std::size_t i = 0; i < Picture.Paths.size(); ++i) {
+    Script += fmt::format("NaN with {} title {}, ", PathStyle(Picture, i), PlotString(Picture.Paths[i].Name));
+  }
+  Script += fmt::format("NaN with {} title {}, NaN with {} title 'start'\n", DotStyle(0.6),
+                        PlotString(Picture.DotsName), StartStyle());
   Script += "unset label 1\nunset key\n";
 }
 
@@ -180,35 +194,39 @@ double NiceStep(double Extent, double Parts) {
   return power;
 }
 
-void AppendAxis(std::string& Script, std::string_view Axis, const TScene& Scene, int Component) {
-  constexpr double kRoom = 0.62;  // half a view, so that the box, its directions and a rim have room
-  constexpr double kGridLines = 4.0;
+// An axis that is this many pixels long.
+void AppendAxis(std::string& Script, std::string_view Axis, const TScene& Scene, int Component, double Pixels) {
+  constexpr double kPixelsPerGridLine = 95.0;
   const double middle = (Scene.Box.Min.Items(Component) + Scene.Box.Max.Items(Component)) / 2.0;
-  const double half = kRoom * Scene.Extent;
+  const double half = Scene.UnitsPerPixel * Pixels / 2.0;
   Script += fmt::format("set {0}range [{1:.17g}:{2:.17g}]\nset {0}tics {3:.6g} nomirror\n", Axis, middle - half,
-                        middle + half, NiceStep(2.0 * half, kGridLines));
+                        middle + half, NiceStep(2.0 * half, Pixels / kPixelsPerGridLine));
 }
 
-// One view. All three are square and show the same extent, so that every length has one scale.
+// One view. All show the same lengths by as many pixels, across and upwards.
 void AppendView(std::string& Script, const TPathPicture& Picture, const TScene& Scene, std::size_t Place) {
-  const TView& view = kViews[Place];
-  const double gap = (kSize.Width - kLeft - kRight - 3.0 * kViewSide) / 2.0;
-  const double left = kLeft + static_cast<double>(Place) * (kViewSide + gap);
-  Script += Margins(left, left + kViewSide, kViewTop, kViewTop + kViewSide);
+  const TView& view = ViewsOf(Picture)[Place];
+  const double width = ViewWidth(Picture);
+  const double gap = (kInnerWidth - 3.0 * kViewSide) / 2.0;
+  const double left = kLeft + static_cast<double>(Place) * (width + gap);
+  Script += Margins(left, left + width, kViewTop, kViewTop + kViewSide);
   Script += fmt::format("set title {} offset 0,-0.5\nset xlabel '{}' offset 0,0.3\nset ylabel '{}' offset 1,0\n",
                         PlotString(view.Title), kAxes[static_cast<std::size_t>(view.Across)],
                         kAxes[static_cast<std::size_t>(view.Upwards)]);
-  AppendAxis(Script, "x", Scene, view.Across);
-  AppendAxis(Script, "y", Scene, view.Upwards);
+  AppendAxis(Script, "x", Scene, view.Across, width);
+  AppendAxis(Script, "y", Scene, view.Upwards, kViewSide);
   const int x = view.Across + 1;
   const int y = view.Upwards + 1;
-  Script += fmt::format("plot $ticks using {}:{}:{}:{} with {}", x, y, x + 3, y + 3, TickStyle());
-  for (std::size_t i = 0; i < Picture.Paths.size(); ++i) {
-    Script += fmt::format(", ${} using {}:{} with {}", PathName(i), x, y, PathStyle(Picture, i));
+  Script += "plot ";
+  if (Picture.HasDirections) {
+    Script += fmt::format("$ticks using {}:{}:{}:{} with {}, ", x, y, x + 3, y + 3, TickStyle());
   }
-  constexpr int kManyPoses = 300;
-  Script += fmt::format(", $poses using {0}:{1} with {2}, $start using {0}:{1} with {3}\n", x, y,
-                        DotStyle(Picture.Poses.Count() > kManyPoses ? 0.2 : 0.5), StartStyle());
+  for (std::size_t i = 0; i < Picture.Paths.size(); ++i) {
+    Script += fmt::format("${} using {}:{} with {}, ", PathName(i), x, y, PathStyle(Picture, i));
+  }
+  constexpr int kManyDots = 300;
+  Script += fmt::format("$dots using {0}:{1} with {2}, $start using {0}:{1} with {3}\n", x, y,
+                        DotStyle(Picture.Dots.Count() > kManyDots ? 0.2 : 0.5), StartStyle());
 }
 
 // The scale of the curvature: logarithmic where its peaks stand far above the rest. Values below the axis lie on it.
@@ -236,10 +254,8 @@ void AppendCurvaturePanel(std::string& Script, const TPathPicture& Picture) {
   Script += Margins(kLeft, kSize.Width - kRight, kCurvatureTop, kCurvatureBottom);
   Script += fmt::format("set xtics autofreq nomirror\nset ytics autofreq nomirror\nset xrange [0:{:.9g}]\n{}",
                         length > 0.0 ? length : 1.0, CurvatureScale(Picture));
-  Script +=
-      "set title 'Curvature of the path of X, Y, Z: 1 / radius' offset 0,-0.5\n"
-      "set xlabel 'length from the start, over all six components' offset 0,0.3\n"
-      "unset ylabel\nset format y '%g'\n";
+  Script += fmt::format("set title {} offset 0,-0.5\nset xlabel {} offset 0,0.3\nunset ylabel\nset format y '%g'\n",
+                        PlotString(Picture.CurvatureTitle), PlotString(Picture.LengthTitle));
   for (std::size_t i = 0; i < Picture.Paths.size(); ++i) {
     Script += fmt::format("{} ${} using 1:($2 < low ? low : $2) with {}", i == 0 ? "plot" : ",", CurvatureName(i),
                           PathStyle(Picture, i));
@@ -254,7 +270,8 @@ set grid lc rgb '#e4e4e4' lw 1 lt 1
 
 // Into how many straight lines a piece is drawn so that none of them leaves it by more than Tolerance: over a step h of t
 // the gap is at most h^2 / 8 times the second derivative.
-int DrawnSteps(const TPathPiece& Piece, double Tolerance) {
+template <class TPoint>
+int DrawnSteps(const TPathPiece<TPoint>& Piece, double Tolerance) {
   constexpr double kMostSteps = 64.0;
   const auto& [p0, p1, p2, p3] = Piece.Points;
   const double second = 6.0 * std::max((p0 - p1 * 2.0 + p2).Mag(), (p1 - p2 * 2.0 + p3).Mag());
@@ -263,44 +280,70 @@ int DrawnSteps(const TPathPiece& Piece, double Tolerance) {
 
 }  // namespace
 
-TDrawnPath DrawnCurve(const std::string& Name, const TNurbs6D& Curve) {
+template <>
+TPathPicture PictureOf<TPoint2D>() {
+  TPathPicture picture;
+  picture.IsPlane = true;
+  picture.CurvatureTitle = "Curvature: 1 / radius";
+  picture.LengthTitle = "length from the start";
+  return picture;
+}
+
+template <>
+TPathPicture PictureOf<TPoint6D>() {
+  TPathPicture picture;
+  picture.HasDirections = true;
+  picture.CurvatureTitle = "Curvature of the path of X, Y, Z: 1 / radius";
+  picture.LengthTitle = "length from the start, over all six components";
+  return picture;
+}
+
+template <class TPoint>
+TDrawnPath DrawnCurve(const std::string& Name, const TNurbsCurve<TPoint>& Curve) {
   constexpr double kVisible = 1e-3;  // of the picture
   constexpr int kCurvatureSamples = 200'000;
   TDrawnPath path;
   path.Name = Name;
-  const double tolerance = kVisible * ExtentOf(BoxOf(TPoint6DList(Curve.pointArr())));
+  const double tolerance = kVisible * ExtentOf(BoxOf(TList<TPoint>(Curve.pointArr())));
   TSUTable::TCursor cursor;
-  const auto addCurvature = [&](const TPathPiece& Piece, double t) {
+  const auto addCurvature = [&](const TPathPiece<TPoint>& Piece, double t) {
     path.Curvature.push_back({Curve.SUTable().GetSByU(Piece.ParamAt(t), cursor), Piece.CurvatureAt(t)});
   };
   const int pieces = PieceCount(Curve);
   const int perPiece = std::clamp(kCurvatureSamples / pieces, 2, 16);
   for (int i = 0; i < pieces; ++i) {
-    const TPathPiece piece = PieceOf(Curve, i);
+    const TPathPiece<TPoint> piece = PieceOf(Curve, i);
     for (int k = 0; k < perPiece; ++k) addCurvature(piece, static_cast<double>(k) / perPiece);
     const int steps = DrawnSteps(piece, tolerance);
-    for (int k = 0; k < steps; ++k) path.Points.Add(piece.PointAt(static_cast<double>(k) / steps));
+    for (int k = 0; k < steps; ++k) path.Points.Add(TPoint6D(piece.PointAt(static_cast<double>(k) / steps)));
   }
   addCurvature(PieceOf(Curve, pieces - 1), 1.0);
-  path.Points.Add(Curve.EvalPoint(1.0));
+  path.Points.Add(TPoint6D(Curve.EvalPoint(1.0)));
   return path;
 }
 
-TDrawnPath DrawnPolygon(const std::string& Name, const TPoint6DList& Poses) {
+template <class TPoint>
+TDrawnPath DrawnPolygon(const std::string& Name, const TList<TPoint>& Points) {
   TDrawnPath path;
   path.Name = Name;
-  path.Points = Poses;
+  path.Points = DotsOf(Points);
   double length = 0.0;
-  for (int i = 1; i + 1 < Poses.Count(); ++i) {
-    length += (Poses[i] - Poses[i - 1]).Mag();
-    const TPoint3D a = Poses[i].GetPoint() - Poses[i - 1].GetPoint();
-    const TPoint3D b = Poses[i + 1].GetPoint() - Poses[i].GetPoint();
+  const auto place = [&](int Index) { return TPointKind<TPoint>::PositionOf(Points[Index]); };
+  for (int i = 1; i + 1 < Points.Count(); ++i) {
+    length += (Points[i] - Points[i - 1]).Mag();
+    const TPoint3D a = place(i) - place(i - 1);
+    const TPoint3D b = place(i + 1) - place(i);
     // The circle through a triangle with the sides a, b, c has the curvature 4 area / (a b c).
     const double sides = a.Mag() * b.Mag() * (a + b).Mag();
     path.Curvature.push_back({length, sides > 0.0 ? 2.0 * a.CrossMul(b).Mag() / sides : 0.0});
   }
   return path;
 }
+
+template TDrawnPath DrawnCurve(const std::string&, const TNurbsCurve<TPoint2D>&);
+template TDrawnPath DrawnCurve(const std::string&, const TNurbsCurve<TPoint6D>&);
+template TDrawnPath DrawnPolygon(const std::string&, const TList<TPoint2D>&);
+template TDrawnPath DrawnPolygon(const std::string&, const TList<TPoint6D>&);
 
 void SavePathPicture(const TPathPicture& Picture, const std::string& FileName) {
   constexpr int kDrawnPoints = 30000;  // of a path
@@ -311,13 +354,13 @@ void SavePathPicture(const TPathPicture& Picture, const std::string& FileName) {
     AppendPoints(script, PathName(i), path.Points, Every(path.Points.Count(), kDrawnPoints));
     AppendCurvature(script, CurvatureName(i), path.Curvature);
   }
-  AppendPoints(script, "poses", Picture.Poses, Every(Picture.Poses.Count(), kDrawnDots));
-  AppendPoints(script, "start", Picture.Poses, {0});
-  AppendTicks(script, Picture.Poses, scene.TickLength);
+  AppendPoints(script, "dots", Picture.Dots, Every(Picture.Dots.Count(), kDrawnDots));
+  AppendPoints(script, "start", Picture.Dots, {0});
+  if (Picture.HasDirections) AppendTicks(script, Picture.Dots, scene.TickLength);
   script += "set multiplot\n";
   AppendHead(script, Picture);
   script += kAxesLook;
-  for (std::size_t place = 0; place < kViews.size(); ++place) AppendView(script, Picture, scene, place);
+  for (std::size_t place = 0; place < ViewsOf(Picture).size(); ++place) AppendView(script, Picture, scene, place);
   AppendCurvaturePanel(script, Picture);
   script += "unset multiplot\n";
   SavePlot(script, kSize, FileName);

@@ -1,7 +1,5 @@
 #include <zor/PoseMeasures.h>
 
-#include <ZORBase/ZORGeometry/NurbsGeometry/TNurbs6D.h>
-
 #include <algorithm>
 
 namespace ZORBase::Tool {
@@ -16,24 +14,26 @@ void Keep(TPoseFact& Kept, double Value, int Pose, bool IsBetter) {
 
 }  // namespace
 
-TBox BoxOf(const TPoint6DList& Poses) {
-  TBox box{Poses.First(), Poses.First()};
-  for (const TPoint6D& pose : Poses) {
+template <class TPoint>
+TBox BoxOf(const TList<TPoint>& Points) {
+  TBox box{Points.First(), Points.First()};
+  for (const TPoint6D point : Points) {
     for (int i = 0; i < 6; ++i) {
-      box.Min.Items(i) = std::min(box.Min.Items(i), pose.Items(i));
-      box.Max.Items(i) = std::max(box.Max.Items(i), pose.Items(i));
+      box.Min.Items(i) = std::min(box.Min.Items(i), point.Items(i));
+      box.Max.Items(i) = std::max(box.Max.Items(i), point.Items(i));
     }
   }
   return box;
 }
 
-std::optional<TChordFigures> ChordsOf(const TPoint6DList& Poses) {
-  if (Poses.Count() < 2) return std::nullopt;
+template <class TPoint>
+std::optional<TChordFigures> ChordsOf(const TList<TPoint>& Points) {
+  if (Points.Count() < 2) return std::nullopt;
   TChordFigures figures;
-  figures.Chords.reserve(Poses.size() - 1);
-  figures.Smallest.Value = figures.Largest.Value = (Poses[1] - Poses[0]).Mag();
-  for (int k = 0; k + 1 < Poses.Count(); ++k) {
-    const double chord = (Poses[k + 1] - Poses[k]).Mag();
+  figures.Chords.reserve(Points.size() - 1);
+  figures.Smallest.Value = figures.Largest.Value = (Points[1] - Points[0]).Mag();
+  for (int k = 0; k + 1 < Points.Count(); ++k) {
+    const double chord = (Points[k + 1] - Points[k]).Mag();
     figures.Chords.push_back(chord);
     figures.Sum += chord;
     Keep(figures.Smallest, chord, k, chord < figures.Smallest.Value);
@@ -78,5 +78,10 @@ TTurn LargestTurn(const TPoint6DList& Poses, const TChordFigures& Chords) {
 }
 
 bool LooksLikeMetres(const TChordFigures& Chords) { return Chords.Mean < TNurbs6D::kSampleSpacing; }
+
+template TBox BoxOf(const TList<TPoint2D>&);
+template TBox BoxOf(const TList<TPoint6D>&);
+template std::optional<TChordFigures> ChordsOf(const TList<TPoint2D>&);
+template std::optional<TChordFigures> ChordsOf(const TList<TPoint6D>&);
 
 }  // namespace ZORBase::Tool

@@ -1,8 +1,8 @@
-// PoseMeasures: what the poses of a file are like before anything is fitted through them. Distances, also called chords, are
-// over all six components, as the fit and its lengths count.
+// PoseMeasures: what the poses of a file, or the points of a plane profile, are like before anything is fitted through them.
+// Distances, also called chords, are over all components, as the fit and its lengths count.
 #pragma once
 
-#include <ZORBase/ZORGeometry/CADTypes6D/TPoint6DList.h>
+#include <zor/PointKind.h>
 
 #include <optional>
 #include <vector>
@@ -42,15 +42,18 @@ struct TTurn {
   int Pose = 0;            ///< the turn leads from this pose to its follower
 };
 
-/// The largest and the smallest of each component. Poses must not be empty, here and below.
+/// The largest and the smallest of each component; those that a point of the plane does not have are 0. Points must not be
+/// empty, here and below.
 struct TBox {
   TPoint6D Min;
   TPoint6D Max;
 };
-TBox BoxOf(const TPoint6DList& Poses);
+template <class TPoint>
+TBox BoxOf(const TList<TPoint>& Points);
 
-/// \return nothing for a single pose.
-std::optional<TChordFigures> ChordsOf(const TPoint6DList& Poses);
+/// \return nothing for a single point.
+template <class TPoint>
+std::optional<TChordFigures> ChordsOf(const TList<TPoint>& Points);
 
 /// The shortest and the longest direction.
 struct TDirectionFigures {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ZORBase/ZORGeometry/CADTypes6D/TPoint6D.h>
 #include <ZORBase/common/BaseServices/TTextFileWriter.h>
 
 #include <span>
@@ -18,7 +17,6 @@ class TRowOutput {
 
   /// \throws the general error when the system does not take it.
   void Add(std::span<const double> Row);
-  void Add(const TPoint6D& Pose) { Add(Pose.ToArray()); }
   void Commit() { FFile.Commit(); }
 
  private:

@@ -3,7 +3,7 @@
 #include <zor/Arguments.h>
 #include <zor/Commands.h>
 #include <zor/ExitStatus.h>
-#include <zor/PoseInput.h>
+#include <zor/PointKind.h>
 #include <zor/Progress.h>
 #include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
@@ -79,7 +79,7 @@ void Run(const TOptions& Options) {
   TProgress progress("transforming poses", 0);
   std::int64_t count = 0;
   ReadRows(Options.File, AnyNumberOf(kPoseRow), [&](std::span<const double> Row) {
-    output.Add(transform.TransformPose(TPoint6D::Create(Row[0], Row[1], Row[2], Row[3], Row[4], Row[5])));
+    output.Add(transform.TransformPose(TPointKind<TPoint6D>::FromRow(Row)).ToArray());
     progress.Advance(++count);
   });
   output.Commit();

@@ -53,7 +53,7 @@ TSextic SquaredDistance(std::array<TPoint, 4> B, const TPoint& Point) {
   for (TPoint& b : B) b = b - Point;
   TSextic result{};
   for (std::size_t i = 0; i < 4; ++i) {
-    for (std::size_t j = 0; j < 4; ++j) result[i + j] += binomial3[i] * binomial3[j] * DotProduct(B[i], B[j]);
+    for (std::size_t j = 0; j < 4; ++j) result[i + j] += binomial3[i] * binomial3[j] * B[i].DotMul(B[j]);
   }
   for (std::size_t k = 0; k < result.size(); ++k) result[k] /= binomial6[k];
   return result;
@@ -109,7 +109,7 @@ class TSearch {
   std::pair<double, double> Gradient(double u) const {
     const auto CK = DerivsAt(u);
     const TPoint away = CK[0] - FPoint;
-    return {DotProduct(away, CK[1]), DotProduct(CK[1], CK[1]) + DotProduct(away, CK[2])};
+    return {away.DotMul(CK[1]), CK[1].DotMul(CK[1]) + away.DotMul(CK[2])};
   }
 
   // Newton's iteration for the zero of the gradient, which rises from From to To; a step that leaves the bracket halves it.

@@ -44,9 +44,6 @@ double Distance(const TPoint& P, const TPoint& Q) {
   return (P - Q).Mag();
 }
 
-inline double DotProduct(const TPoint2D& P, const TPoint2D& Q) { return P.X * Q.X + P.Y * Q.Y; }
-inline double DotProduct(const TPoint6D& P, const TPoint6D& Q) { return P.DotMul(Q); }
-
 /// \return the sum of Weights[r] * P[Span - 3 + r], r = 0..3, over the control points that exist.
 template <class TPoint>
 TPoint BlendPoints(std::span<const TPoint> P, int Span, std::span<const double, 4> Weights) {

@@ -50,7 +50,7 @@ double TNurbsCurve<TPoint>::Curvature(double u) const {
   const double speed = CK[1].Mag();
   if (speed == 0.0) return std::numeric_limits<double>::quiet_NaN();
   const TPoint tangent = CK[1] / speed;
-  const TPoint bend = CK[2] - tangent * DotProduct(CK[2], tangent);
+  const TPoint bend = CK[2] - tangent * CK[2].DotMul(tangent);
   return bend.Mag() / (speed * speed);
 }
 

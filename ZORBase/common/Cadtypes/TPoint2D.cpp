@@ -6,7 +6,7 @@ namespace ZORBase {
 
 constinit const TPoint2D TPoint2D::FZero{};
 
-double TPoint2D::Mag() const { return std::sqrt(X * X + Y * Y); }
+double TPoint2D::Mag() const { return std::sqrt(MagSqr()); }
 
 TPoint2D TPoint2D::Normal() const {
   const double mag = Mag();
@@ -15,7 +15,7 @@ TPoint2D TPoint2D::Normal() const {
 
 double TPoint2D::AngleBetween(const TPoint2D& Q) const {
   const double cross = X * Q.Y - Y * Q.X;
-  const double dot = X * Q.X + Y * Q.Y;
+  const double dot = DotMul(Q);
   return cross == 0.0 && dot == 0.0 ? 0.0 : std::atan2(std::fabs(cross), dot);
 }
 

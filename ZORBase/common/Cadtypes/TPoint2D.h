@@ -19,6 +19,8 @@ struct ZORBASE_API TPoint2D {
 
   /// The length of the vector.
   double Mag() const;
+  constexpr double MagSqr() const { return DotMul(*this); }
+  constexpr double DotMul(const TPoint2D& Q) const { return X * Q.X + Y * Q.Y; }
 
   /// \return the unit vector of the same direction; the zero vector for the zero vector.
   TPoint2D Normal() const;
