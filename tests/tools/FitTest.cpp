@@ -84,9 +84,80 @@ TEST(ZorFit, TheLengthIsTheIntegralOfTheSpeed) {
   const json fit = FitOf(SampleFile("swept-plane.poses.txt"))["methods"]["chord"];
   EXPECT_NEAR(fit["length"].get<double>(), length, 1e-6 * length);
   EXPECT_LT(fit["length"].get<double>(), length);
+  EXPECT_NEAR(fit["integratedLength"].get<double>(), length, 1e-9 * length);
 }
 
 // The approach to the plane is a long chord at an angle to the next one: the path swings out there, and says so.
+// ------------------------------------------------------------------------------------------------ in the plane
+
+TEST(ZorFit, APlaneProfileIsThePathThroughItsPosesAtHeightZero) {
+  const TScratchFolder folder;
+  TPoint6DList poses;
+  poses.LoadFromFile(SampleFile("e387.100mm.poses.txt"));
+  std::string text;
+  for (const TPoint6D& pose : poses) text += Format1033("%.12f,%.12f\n", pose.X, pose.Y);
+  WriteFile(folder.File("xy.txt"), text);
+  const json plane = FitOf(folder.File("xy.txt"), {"--2d"});
+  const json space = FitOf(SampleFile("e387.100mm.poses.txt"));
+  EXPECT_EQ(plane["points"], 61);
+  for (const char* const name : {"equal", "chord", "centripetal"}) {
+    const json& fit = plane["methods"][name];
+    const json& expected = space["methods"][name];
+    for (const char* const key : {"length", "integratedLength", "distanceFromPolygon", "distanceFromPolygonAt"}) {
+      EXPECT_NEAR(fit[key].get<double>(), expected[key].get<double>(), 1e-8) << name << " " << key;
+    }
+    EXPECT_NEAR(fit["smallestRadius"].get<double>() / expected["smallestRadius"].get<double>(), 1, 1e-6) << name;
+    for (const char* const key : {"controlPoints", "tableRows", "distanceFromPolygonLines", "smallestRadiusLines"}) {
+      EXPECT_EQ(fit[key], expected[key]) << name << " " << key;
+    }
+    EXPECT_LT(fit["distanceFromPoints"].get<double>(), 1e-12) << name;
+  }
+}
+
+// With a chord of 1 the table has a row or two between neighbours, and its lengths are those of a polygon: the report says so.
+TEST(ZorFit, ATableTooCoarseForTheLengthIsReported) {
+  const json fit = FitOf(SampleFile("e387.xy.txt"), {"--2d", "--method", "chord"});
+  const double table = fit["methods"]["chord"]["length"].get<double>();
+  const double integrated = fit["methods"]["chord"]["integratedLength"].get<double>();
+  EXPECT_GT(integrated, table * 1.0002);
+  EXPECT_LT(integrated, table * 1.0003);
+  EXPECT_EQ(
+      fit["warnings"],
+      json::array({"lengths along the path are 0.024 % short, as they are tabulated by chords of 0.03 in the unit "
+                   "of the file. If that matters, multiply X,Y by 10 or more."}));
+}
+
+TEST(ZorFit, InThePlaneMessagesSpeakOfPoints) {
+  const TScratchFolder folder;
+  const std::string file = folder.File("xy.txt");
+  const auto fit = [&](const std::string& Text) {
+    WriteFile(file, Text);
+    return Zor({"fit", file, "--2d"});
+  };
+  EXPECT_THAT(fit("0,0\n1,0\n1,0\n2,5\n"),
+              RefusesInput("zor fit: " + file +
+                           ", lines 2 and 3: found the same point twice (their distance is 0), expected neighbours at "
+                           "least 1e-06 apart. Remove one of the two lines; \"zor info\" lists all such pairs."));
+  EXPECT_THAT(fit("0,0\n1,0\n2,5\n"),
+              RefusesInput("zor fit: " + file +
+                           ": found 3 points, expected 4 or more to fit a path through. Measure more points."));
+  EXPECT_THAT(
+      fit("0,0\n1,0,3\n"),
+      RefusesInput("zor fit: " + file +
+                   ", line 2: found 3 items in \"1,0,3\", expected 2 numbers X,Y. Numbers have a decimal point, "
+                   "not a decimal comma, and one row stands on each line."));
+  EXPECT_THAT(fit(""),
+              RefusesInput("zor fit: " + file + ": found no points, expected one per line: X,Y. Name another file."));
+  EXPECT_THAT(fit("0,0\n500,0\n500.0005,0\n1000,0\n"), IsDone());
+  EXPECT_THAT(
+      Zor({"fit", file, "--2d", "--method", "chord"}),
+      EndsWith(1, HasSubstr(", lines 2 and 3: found neighbours that are 5e-07 of the path apart (method chord)")));
+  EXPECT_THAT(Zor({"fit", SampleFile("e387.xy.txt"), "--2d"}).Out,
+              testing::AllOf(HasSubstr("  smallest radius of X,Y "), HasSubstr("  largest miss of a point ")));
+}
+
+// ------------------------------------------------------------------------------------------------ places and refusals
+
 TEST(ZorFit, NamesThePlaceOfTheLargestOvershoot) {
   const json fit = FitOf(SampleFile("swept-plane.poses.txt"))["methods"]["chord"];
   EXPECT_EQ(fit["distanceFromPolygonLines"], json({1, 2}));

@@ -62,6 +62,31 @@ TEST(ZorInfo, GivesTheFiguresOfTheWingProfile) {
   EXPECT_EQ(info["turn"]["largest"]["degrees"], 0.0);
 }
 
+// The same figures as those of the poses, with a chord of 1 instead of 100.
+TEST(ZorInfo, OfAPlaneProfileHasABoxAndDistancesButNoDirections) {
+  const TRun run = Zor({"info", SampleFile("e387.xy.txt"), "--2d", "--json"});
+  ASSERT_THAT(run, IsDone());
+  const json info = json::parse(run.Out);
+  EXPECT_EQ(info["points"], 61);
+  EXPECT_EQ(info["box"].size(), 2U);
+  EXPECT_EQ(info["box"]["X"]["min"], 0.00044);
+  EXPECT_EQ(info["box"]["X"]["max"], 1.0);
+  EXPECT_NEAR(info["chords"]["sum"].get<double>(), 2.028456121009547, 1e-13);
+  EXPECT_EQ(info["chords"]["smallest"]["lines"], json({1, 2}));
+  EXPECT_EQ(info["chords"]["largest"]["lines"], json({47, 48}));
+  EXPECT_FALSE(info.contains("directions"));
+  EXPECT_FALSE(info.contains("turn"));
+  EXPECT_EQ(info["closeNeighbours"], json::array());
+}
+
+TEST(ZorInfo, APointTwiceInAPlaneProfileIsListed) {
+  const TScratchFolder folder;
+  WriteFile(folder.File("xy.txt"), "0,0\n1,0\n1,0\n2,5\n");
+  const TRun run = Zor({"info", folder.File("xy.txt"), "--2d"});
+  ASSERT_THAT(run, IsDone());
+  EXPECT_THAT(run.Out, HasSubstr("the same point: no fit\n"));
+}
+
 TEST(ZorInfo, AsTextSaysTheSame) {
   const TRun run = Zor({"info", SampleFile("e387.100mm.poses.txt")});
   ASSERT_THAT(run, IsDone());

@@ -87,6 +87,52 @@ TEST(TPathPiece, ATurnOnTheSpotHasNoCurvature) {
   EXPECT_EQ(piece.CurvatureAt(0.4), 0.0);
 }
 
+// In the plane the measures are those of the poses at height zero with no direction.
+TEST(PathMeasures, OfAPlaneCurveAreThoseOfItsPoses) {
+  TList<TPoint2D> points;
+  TPoint6DList poses;
+  for (int i = 0; i < 15; ++i) {
+    points.Add(TPoint2D::Create(3.0 * i + std::sin(2.0 * i), 10.0 * std::cos(1.3 * i)));
+    poses.Add(points.Last());
+  }
+  TNurbs2D plane;
+  plane.CreateCross(points, mChord);
+  const TNurbs6D space = CurveThrough(poses);
+  ASSERT_EQ(PieceCount(plane), PieceCount(space));
+  EXPECT_NEAR(PieceOf(plane, 3).CurvatureAt(0.3), PieceOf(space, 3).CurvatureAt(0.3), 1e-12);
+  EXPECT_NEAR(PieceOf(plane, 3).PointAt(0.3).Y, PieceOf(space, 3).PointAt(0.3).Y, 1e-12);
+  EXPECT_NEAR(IntegratedLength(plane), IntegratedLength(space), 1e-10);
+  EXPECT_LT(LargestMiss(plane, points), 1e-12);
+  const TPathPlace overshoot = LargestDistanceFromPolygon(plane);
+  EXPECT_NEAR(overshoot.Value, LargestDistanceFromPolygon(space).Value, 1e-9);
+  EXPECT_EQ(overshoot.Piece, LargestDistanceFromPolygon(space).Piece);
+  const auto bend = SharpestBend(plane);
+  const auto expected = SharpestBend(space);
+  ASSERT_TRUE(bend && expected);
+  EXPECT_NEAR(bend->Value, expected->Value, 1e-9);
+  EXPECT_EQ(bend->Piece, expected->Piece);
+}
+
+// ------------------------------------------------------------------------------------------------ length
+
+// y = x^2 from x = -1 to 1: sqrt(5) + asinh(2) / 2.
+TEST(IntegratedLength, OfAParabolaIsThatOfItsFormula) {
+  EXPECT_NEAR(IntegratedLength(SegmentOf(kParabola)), std::sqrt(5.0) + std::asinh(2.0) / 2.0, 1e-13);
+}
+
+// (t^2, t^3) from t = -1 to 1, with a cusp in the middle. Its control points are the blossom at (-1,-1,-1) to (1,1,1).
+TEST(IntegratedLength, FindsItsWayThroughACusp) {
+  const double length = 2.0 * (std::pow(13.0, 1.5) - 8.0) / 27.0;
+  EXPECT_NEAR(IntegratedLength(SegmentOf({At(1, -1), At(-1.0 / 3, 1), At(-1.0 / 3, -1), At(1, 1)})), length, 1e-11);
+}
+
+TEST(IntegratedLength, CountsAllSixComponentsAndIsNothingForAStandstill) {
+  std::array<TPoint6D, 4> points = {At(0, 0), At(1, 0), At(2, 0), At(3, 0)};
+  for (std::size_t i = 0; i < 4; ++i) points[i].A = 4.0 / 3.0 * static_cast<double>(i);
+  EXPECT_NEAR(IntegratedLength(SegmentOf(points)), 5.0, 1e-14);
+  EXPECT_EQ(IntegratedLength(SegmentOf({At(5, 5), At(5, 5), At(5, 5), At(5, 5)})), 0.0);
+}
+
 // ------------------------------------------------------------------------------------------------ misses
 
 TEST(LargestMiss, IsRoundingForTheFittedPosesAndExactForMovedOnes) {
@@ -231,6 +277,9 @@ TEST(PathMeasures, TellHowManyPiecesAreDone) {
   EXPECT_EQ(done.back(), 60);
   SharpestBend(curve, [&](int Done) { done.push_back(Done); });
   EXPECT_EQ(done.size(), 120U);
+  EXPECT_EQ(done.back(), 60);
+  IntegratedLength(curve, [&](int Done) { done.push_back(Done); });
+  EXPECT_EQ(done.size(), 180U);
   EXPECT_EQ(done.back(), 60);
 }
 

@@ -75,6 +75,40 @@ TEST(ZorPlot, TheScriptHasThreeViewsOfOneScaleAndTheCurvature) {
   EXPECT_THAT(script, HasSubstr("\n$dots << EOD\n100 0 0\n99.677 0.043 0\n"));
 }
 
+TEST(ZorPlot, APlaneProfileHasOneViewAndNoDirections) {
+  const TScratchFolder folder;
+  MakeGnuplot(folder, "cat\n");
+  const std::vector<std::vector<std::string>> commands = {
+      {"fit", SampleFile("e387.xy.txt"), "--2d"},
+      {"info", SampleFile("e387.xy.txt"), "--2d"},
+      {"spline", SampleFile("e387.xy.txt"), "-o", folder.File("o")}};
+  for (const std::vector<std::string>& command : commands) {
+    EXPECT_THAT(PlotWith(folder, command, "p.svg"), EndsWith(0, ""));
+    const std::string script = FileText(folder.File("p.svg"));
+    EXPECT_THAT(script, HasSubstr("\nset title 'XY' ")) << command[0];
+    EXPECT_THAT(script, HasSubstr("\nset title 'Curvature")) << command[0];
+    EXPECT_THAT(script, testing::Not(HasSubstr("seen from"))) << command[0];
+    EXPECT_THAT(script, testing::Not(HasSubstr("tool direction"))) << command[0];
+    EXPECT_THAT(script, testing::Not(HasSubstr("$ticks"))) << command[0];
+    EXPECT_THAT(script, HasSubstr("\n$start << EOD\n1 0 0\nEOD\n")) << command[0];
+  }
+}
+
+TEST(ZorPlot, ACurveOfManyCoordinatesShowsTheFirstThree) {
+  const TScratchFolder folder;
+  MakeGnuplot(folder, "cat\n");
+  EXPECT_THAT(PlotWith(folder, {"spline", SampleFile(kSample), "-o", folder.File("o")}, "p.svg"), EndsWith(0, ""));
+  const std::string script = FileText(folder.File("p.svg"));
+  EXPECT_THAT(script, HasSubstr("smooth curve through 61 points, the first 3 of 6 coordinates'"));
+  EXPECT_THAT(script, HasSubstr("set title 'YZ, seen from the side'"));
+  EXPECT_THAT(script, HasSubstr("set title 'Curvature over all coordinates: 1 / radius'"));
+  EXPECT_THAT(script, testing::Not(HasSubstr("tool direction")));
+  WriteFile(folder.File("one.txt"), "1\n2\n4\n");
+  EXPECT_THAT(PlotWith(folder, {"spline", folder.File("one.txt"), "-o", folder.File("o")}, "q.svg"),
+              RefusesUsage("zor spline", "--plot: found rows of one number in " + folder.File("one.txt") +
+                                             ", expected two or more to be drawn"));
+}
+
 TEST(ZorPlot, AMissingGnuplotIsNamedAndNothingIsWritten) {
   const TScratchFolder folder;
   std::filesystem::create_directory(folder.Path() / "bin");

@@ -28,6 +28,14 @@ TEST(PoseMeasures, ChordsCountAllSixComponents) {
   EXPECT_EQ(chords->Largest.Pose, 2);
 }
 
+TEST(PoseMeasures, PointsOfThePlaneHaveABoxAndChords) {
+  const TList<TPoint2D> points = {{1, 5}, {4, 1}, {-2, 1}};
+  EXPECT_THAT(BoxOf(points).Min, IsExactPose(TPoint6D::Create(-2, 1, 0, 0, 0, 0)));
+  EXPECT_THAT(BoxOf(points).Max, IsExactPose(TPoint6D::Create(4, 5, 0, 0, 0, 0)));
+  EXPECT_EQ(ExtentOf(BoxOf(points)), 6.0);
+  EXPECT_THAT(ChordsOf(points)->Chords, testing::ElementsAre(5.0, 6.0));
+}
+
 TEST(PoseMeasures, ASinglePoseHasNoChords) { EXPECT_FALSE(ChordsOf(PosesFrom({"0,0,0,0,0,1"}))); }
 
 TEST(PoseMeasures, TheFirstOfEqualExtremesIsNamed) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <sstream>
 
 namespace ZORBase::Test {
 namespace {
@@ -243,6 +244,43 @@ TEST(ZorResample, WorksInAPipeline) {
   ASSERT_THAT(piped, IsDone());
   EXPECT_THAT(piped.Out, HasSubstr("\"poses\": 204,"));
   EXPECT_EQ(Shell("cat '" + file + "' | zor resample - --step 1 -o -").Out, Zor({"resample", file, "--step", "1"}).Out);
+}
+
+// ------------------------------------------------------------------------------------------------ in the plane
+
+TEST(ZorResample, APlaneProfileGivesPointsOfThePlane) {
+  const TScratchFolder folder;
+  WriteFile(folder.File("xy.txt"), "0,0\n3,4\n6,8\n9,12\n");
+  const auto resampled = [&](const std::vector<std::string>& Options) {
+    std::vector<std::string> args = {"resample", folder.File("xy.txt"), "--2d", "--decimals", "3"};
+    args.insert(args.end(), Options.begin(), Options.end());
+    return Zor(args);
+  };
+  EXPECT_EQ(resampled({"--step", "10"}).Out, "0.000,0.000\r\n6.000,8.000\r\n9.000,12.000\r\n");
+  EXPECT_EQ(resampled({"--count", "3"}).Out, "0.000,0.000\r\n4.500,6.000\r\n9.000,12.000\r\n");
+  EXPECT_EQ(resampled({"--at", "5"}).Out, "3.000,4.000\r\n9.000,12.000\r\n");
+  EXPECT_THAT(resampled({"--step", "1e-12"}), EndsWith(2, HasSubstr("at most 50000000 points are given")));
+}
+
+TEST(ZorResample, APlaneProfileIsWalkedLikeItsPosesAtHeightZero) {
+  const TScratchFolder folder;
+  TPoint6DList poses;
+  poses.LoadFromFile(SampleFile("e387.100mm.poses.txt"));
+  std::string text;
+  for (const TPoint6D& pose : poses) text += Format1033("%.12f,%.12f\n", pose.X, pose.Y);
+  WriteFile(folder.File("xy.txt"), text);
+  const TPoint6DList expected = Resampled(SampleFile("e387.100mm.poses.txt"), {"--step", "0.7"});
+  const TRun run = Zor({"resample", folder.File("xy.txt"), "--2d", "--step", "0.7", "--decimals", "12"});
+  ASSERT_THAT(run, IsDone());
+  std::istringstream rows(run.Out);
+  int count = 0;
+  char comma = 0;
+  for (double x = 0, y = 0; rows >> x >> comma >> y; ++count) {
+    ASSERT_LT(count, expected.Count());
+    EXPECT_NEAR(x, expected[count].X, 1e-10) << count;
+    EXPECT_NEAR(y, expected[count].Y, 1e-10) << count;
+  }
+  EXPECT_EQ(count, expected.Count());
 }
 
 // ------------------------------------------------------------------------------------------------ refusals

@@ -9,7 +9,7 @@ using testing::HasSubstr;
 TEST(ZorUsage, HelpOfEverySubcommandHasExamples) {
   EXPECT_THAT(Zor({"--help"}), IsDone());
   EXPECT_THAT(Zor({"--help"}).Out, HasSubstr("Examples:\n  zor info poses.txt\n"));
-  for (const std::string command : {"info", "fit", "resample"}) {
+  for (const std::string command : {"info", "fit", "resample", "nearest", "spline"}) {
     const TRun run = Zor({command, "--help"});
     EXPECT_THAT(run, IsDone());
     EXPECT_THAT(run.Out, HasSubstr("Usage: zor " + command + " [OPTIONS] FILE"));

@@ -11,6 +11,8 @@ namespace ZORBase::Tool {
 void AddInfoCommand(CLI::App& Program);
 void AddFitCommand(CLI::App& Program);
 void AddResampleCommand(CLI::App& Program);
+void AddNearestCommand(CLI::App& Program);
+void AddSplineCommand(CLI::App& Program);
 void AddTransformCommand(CLI::App& Program);
 void AddConvertCommand(CLI::App& Program);
 void AddBlendCommand(CLI::App& Program);

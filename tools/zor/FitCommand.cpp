@@ -11,6 +11,7 @@
 
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -22,7 +23,8 @@ namespace {
 constexpr auto kFooter =
     R"(The path is a cubic curve through all poses. Lengths and distances are over all six components. Overshoot is how far
 the path swings out from the straight line between two poses. The smallest radius of curvature is that of the path of
-X, Y, Z alone, in their unit. With --2d the path is a curve of the plane through points X,Y.
+X, Y, Z alone, in their unit. Lengths along the path come from a table of chords, the length by quadrature from the curve
+itself. With --2d the path is a curve of the plane through points X,Y.
 
 Examples:
   zor fit poses.txt                                 the three methods side by side
@@ -44,6 +46,7 @@ struct TFit {
   TParalizeMethod Method = kUsualMethod;
   std::optional<typename TPointKind<TPoint>::TCurve> Path;  ///< nothing where the points allow no fit by this method
   std::string Refusal;                                      ///< why
+  double Length = 0.0;  ///< of the path itself, while lengths along it come from its table
   double Miss = 0.0;
   TPathPlace Overshoot;
   std::optional<TPathPlace> Bend;
@@ -54,14 +57,14 @@ using TFits = std::vector<TFit<TPoint>>;
 
 template <class TPoint>
 void Measure(TFit<TPoint>& Fit, const TPointFile<TPoint>& File) {
-  const std::string name(MethodName(Fit.Method));
+  const auto watched = [&](const std::string& Work, auto&& Measurement) {
+    TProgress progress(fmt::format("measuring {} (method {})", Work, MethodName(Fit.Method)), PieceCount(*Fit.Path));
+    return Measurement(*Fit.Path, [&](int Done) { progress.Advance(Done); });
+  };
   Fit.Miss = LargestMiss<TPoint>(*Fit.Path, File.Points);
-  {
-    TProgress progress("measuring distances (method " + name + ")", PieceCount(*Fit.Path));
-    Fit.Overshoot = LargestDistanceFromPolygon<TPoint>(*Fit.Path, [&](int Done) { progress.Advance(Done); });
-  }
-  TProgress progress("measuring curvature (method " + name + ")", PieceCount(*Fit.Path));
-  Fit.Bend = SharpestBend<TPoint>(*Fit.Path, [&](int Done) { progress.Advance(Done); });
+  Fit.Length = watched("the length", IntegratedLength<TPoint>);
+  Fit.Overshoot = watched("distances", LargestDistanceFromPolygon<TPoint>);
+  Fit.Bend = watched("curvature", SharpestBend<TPoint>);
 }
 
 template <class TPoint>
@@ -123,6 +126,7 @@ void AddFitRows(TReport& Report, const TFits<TPoint>& Fits) {
   constexpr bool kIsPose = std::is_same_v<TPoint, TPoint6D>;
   const auto count = [](auto Value) { return TReportValue(static_cast<std::int64_t>(Value)); };
   AddRow(Report, Fits, "length", "length", [](const auto& Fit) { return Fit.Path->CurveLength(); });
+  AddRow(Report, Fits, "integratedLength", "  by quadrature", [](const auto& Fit) { return Fit.Length; });
   AddRow(Report, Fits, "controlPoints", "control points", [&](const auto& Fit) { return count(Fit.Path->pCount()); });
   AddRow(Report, Fits, "tableRows", "rows of the length table",
          [&](const auto& Fit) { return count(Fit.Path->SUTable().Count()); });
@@ -136,6 +140,22 @@ void AddFitRows(TReport& Report, const TFits<TPoint>& Fits) {
              [](const auto& Fit) { return 1.0 / Fit.Bend->Value; });
   AddBendRow(Report, Fits, "smallestRadiusLines", "  between", [](const auto& Fit) { return LinesOf(*Fit.Bend); });
   AddBendRow(Report, Fits, "smallestRadiusAt", "  at length", [](const auto& Fit) { return LengthAt(Fit, *Fit.Bend); });
+}
+
+// How much of the path the table of its lengths leaves out, by the method where that is least.
+template <class TPoint>
+std::string TableWarning(const TFits<TPoint>& Fits) {
+  constexpr double kNoticeable = 1e-4;
+  double missing = 1.0;
+  for (const auto& fit : Fits) {
+    if (fit.Path) missing = std::min(missing, 1.0 - fit.Path->CurveLength() / fit.Length);
+  }
+  if (missing < kNoticeable) return "";
+  return fmt::format(
+      "lengths along the path are {:.2g} % short, as they are tabulated by chords of {} in the unit of the file. "
+      "If "
+      "that matters, multiply {} by 10 or more.",
+      100.0 * missing, TPointKind<TPoint>::TCurve::kSampleSpacing, TPointKind<TPoint>::kPosition);
 }
 
 template <class TPoint>
@@ -153,7 +173,9 @@ TReport FitReport(const TPointFile<TPoint>& File, const TFits<TPoint>& Fits) {
   for (const auto& fit : Fits) {
     if (!fit.Path) report.Warning(fit.Refusal);
   }
-  if (const std::string warning = MetresWarning(File); !warning.empty()) report.Warning(warning);
+  for (const std::string& warning : {MetresWarning(File), TableWarning(Fits)}) {
+    if (!warning.empty()) report.Warning(warning);
+  }
   return report;
 }
 

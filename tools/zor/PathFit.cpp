@@ -12,17 +12,6 @@
 namespace ZORBase::Tool {
 namespace {
 
-template <class TPoint>
-void RequireEnoughPoints(const TPointFile<TPoint>& File) {
-  using TKind = TPointKind<TPoint>;
-  constexpr int kFewest = TKind::TCurve::kFewestFitPoints;
-  const int count = File.Points.Count();
-  if (count >= kFewest) return;
-  RaiseGeneralError(fmt::format("{}: found {} {}, expected {} or more to fit a path through. Measure more {}.",
-                                File.Name, count, count == 1 ? TKind::kRow.Noun : TKind::kNouns, kFewest,
-                                TKind::kNouns));
-}
-
 // What stands behind a message that names the first of Count.
 std::string OthersText(std::ptrdiff_t Count) {
   if (Count <= 1) return "";
@@ -80,14 +69,21 @@ template <class TPoint>
 
 }  // namespace
 
+void RequireEnough(const std::string& Name, int Count, int Fewest, std::string_view Noun) {
+  if (Count >= Fewest) return;
+  RaiseGeneralError(fmt::format("{}: found {} {}{}, expected {} or more to fit a path through. Measure more {}s.", Name,
+                                Count, Noun, Count == 1 ? "" : "s", Fewest, Noun));
+}
+
 template <class TPoint>
 typename TPointKind<TPoint>::TCurve FitPath(const TPointFile<TPoint>& File, TParalizeMethod Method) {
-  RequireEnoughPoints(File);
+  using TKind = TPointKind<TPoint>;
+  RequireEnough(File.Name, File.Points.Count(), TKind::TCurve::kFewestFitPoints, TKind::kRow.Noun);
   RequireDistinctNeighbours(File);
   const TProgress progress(fmt::format("fitting the path (method {})", MethodName(Method)));
-  typename TPointKind<TPoint>::TCurve path;
+  typename TKind::TCurve path;
   try {
-    TPointKind<TPoint>::Fit(path, File.Points, Method);
+    TKind::Fit(path, File.Points, Method);
   } catch (const TGeneralError& Error) {
     RaiseRefusal(File, Method, Error.what());
   }

@@ -1,5 +1,7 @@
 #include <zor/PathMeasures.h>
 
+#include <ZORBase/common/Cadtypes/TNumeric.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -15,6 +17,43 @@ template <class TPoint>
 TPoint Between(const TPoint& P, const TPoint& Q, double t) {
   return P + (Q - P) * t;
 }
+
+// ------------------------------------------------------------------------------------------------ length
+
+// The length of a piece by quadrature of its speed, halved where both halves together say something else than the whole.
+template <class TPoint>
+class TLengthOfPiece {
+ public:
+  explicit TLengthOfPiece(const TPathPiece<TPoint>& Piece) {
+    for (std::size_t i = 0; i < FEdges.size(); ++i) FEdges[i] = (Piece.Points[i + 1] - Piece.Points[i]) * 3.0;
+  }
+
+  double Length() const { return Halved(0.0, 1.0, Between(0.0, 1.0), 0); }
+
+ private:
+  double Speed(double t) const {
+    const double r = 1.0 - t;
+    return (FEdges[0] * (r * r) + FEdges[1] * (2.0 * r * t) + FEdges[2] * (t * t)).Mag();
+  }
+
+  double Between(double From, double To) const {
+    constexpr int kPoints = 10;
+    return TNumeric::GaussQuadrature([this](double t) { return Speed(t); }, TGeInterval::Create(From, To, 0.0),
+                                     kPoints);
+  }
+
+  double Halved(double From, double To, double Whole, int Depth) const {
+    constexpr double kAgreement = 1e-12;
+    constexpr int kDeepest = 40;
+    const double middle = 0.5 * (From + To);
+    const double first = Between(From, middle);
+    const double second = Between(middle, To);
+    if (Depth == kDeepest || std::fabs(first + second - Whole) <= kAgreement * Whole) return first + second;
+    return Halved(From, middle, first, Depth + 1) + Halved(middle, To, second, Depth + 1);
+  }
+
+  std::array<TPoint, 3> FEdges;
+};
 
 // ------------------------------------------------------------------------------------------------ distance
 
@@ -184,6 +223,16 @@ TPathPiece<TPoint> PieceOf(const TNurbsCurve<TPoint>& Curve, int Index) {
 }
 
 template <class TPoint>
+double IntegratedLength(const TNurbsCurve<TPoint>& Curve, const TPiecesDone& OnPiece) {
+  double length = 0.0;
+  for (int i = 0; i < PieceCount(Curve); ++i) {
+    length += TLengthOfPiece<TPoint>(PieceOf(Curve, i)).Length();
+    if (OnPiece) OnPiece(i + 1);
+  }
+  return length;
+}
+
+template <class TPoint>
 double LargestMiss(const TNurbsCurve<TPoint>& Curve, const TList<TPoint>& Points) {
   double largest = 0.0;
   for (int i = 0; i < Points.Count(); ++i) {
@@ -226,6 +275,8 @@ template struct TPathPiece<TPoint2D>;
 template struct TPathPiece<TPoint6D>;
 template TPathPiece<TPoint2D> PieceOf(const TNurbsCurve<TPoint2D>&, int);
 template TPathPiece<TPoint6D> PieceOf(const TNurbsCurve<TPoint6D>&, int);
+template double IntegratedLength(const TNurbsCurve<TPoint2D>&, const TPiecesDone&);
+template double IntegratedLength(const TNurbsCurve<TPoint6D>&, const TPiecesDone&);
 template double LargestMiss(const TNurbsCurve<TPoint2D>&, const TList<TPoint2D>&);
 template double LargestMiss(const TNurbsCurve<TPoint6D>&, const TList<TPoint6D>&);
 template TPathPlace LargestDistanceFromPolygon(const TNurbsCurve<TPoint2D>&, const TPiecesDone&);

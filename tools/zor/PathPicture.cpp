@@ -1,7 +1,6 @@
 #include <zor/PathPicture.h>
 
 #include <fmt/format.h>
-#include <zor/PathMeasures.h>
 #include <zor/Plot.h>
 #include <zor/PoseMeasures.h>
 
@@ -120,15 +119,6 @@ struct TScene {
   double UnitsPerPixel = 1.0;  ///< the one scale of all axes
   double TickLength = 0.0;
 };
-
-// The largest side of a box; something to draw an axis with where it has none.
-double ExtentOf(const TBox& Box) {
-  constexpr double kVisible = 1e-9;  // of the coordinates: less is not to be told from rounding
-  const TPoint6D sides = Box.Max - Box.Min;
-  const double farthest = std::max(Box.Max.GetPoint().Mag(), Box.Min.GetPoint().Mag());
-  const double extent = std::max({sides.X, sides.Y, sides.Z, kVisible * farthest});
-  return extent > 0.0 ? extent : 1.0;
-}
 
 TScene SceneOf(const TPathPicture& Picture) {
   TPoint6DList corners;
@@ -268,16 +258,6 @@ set tics nomirror textcolor rgb '#404040' font ',11'
 set grid lc rgb '#e4e4e4' lw 1 lt 1
 )";
 
-// Into how many straight lines a piece is drawn so that none of them leaves it by more than Tolerance: over a step h of t
-// the gap is at most h^2 / 8 times the second derivative.
-template <class TPoint>
-int DrawnSteps(const TPathPiece<TPoint>& Piece, double Tolerance) {
-  constexpr double kMostSteps = 64.0;
-  const auto& [p0, p1, p2, p3] = Piece.Points;
-  const double second = 6.0 * std::max((p0 - p1 * 2.0 + p2).Mag(), (p1 - p2 * 2.0 + p3).Mag());
-  return static_cast<int>(std::clamp(std::ceil(std::sqrt(second / (8.0 * Tolerance))), 1.0, kMostSteps));
-}
-
 }  // namespace
 
 template <>
@@ -298,53 +278,6 @@ TPathPicture PictureOf<TPoint6D>() {
   return picture;
 }
 
-template <class TPoint>
-TDrawnPath DrawnCurve(const std::string& Name, const TNurbsCurve<TPoint>& Curve) {
-  constexpr double kVisible = 1e-3;  // of the picture
-  constexpr int kCurvatureSamples = 200'000;
-  TDrawnPath path;
-  path.Name = Name;
-  const double tolerance = kVisible * ExtentOf(BoxOf(TList<TPoint>(Curve.pointArr())));
-  TSUTable::TCursor cursor;
-  const auto addCurvature = [&](const TPathPiece<TPoint>& Piece, double t) {
-    path.Curvature.push_back({Curve.SUTable().GetSByU(Piece.ParamAt(t), cursor), Piece.CurvatureAt(t)});
-  };
-  const int pieces = PieceCount(Curve);
-  const int perPiece = std::clamp(kCurvatureSamples / pieces, 2, 16);
-  for (int i = 0; i < pieces; ++i) {
-    const TPathPiece<TPoint> piece = PieceOf(Curve, i);
-    for (int k = 0; k < perPiece; ++k) addCurvature(piece, static_cast<double>(k) / perPiece);
-    const int steps = DrawnSteps(piece, tolerance);
-    for (int k = 0; k < steps; ++k) path.Points.Add(TPoint6D(piece.PointAt(static_cast<double>(k) / steps)));
-  }
-  addCurvature(PieceOf(Curve, pieces - 1), 1.0);
-  path.Points.Add(TPoint6D(Curve.EvalPoint(1.0)));
-  return path;
-}
-
-template <class TPoint>
-TDrawnPath DrawnPolygon(const std::string& Name, const TList<TPoint>& Points) {
-  TDrawnPath path;
-  path.Name = Name;
-  path.Points = DotsOf(Points);
-  double length = 0.0;
-  const auto place = [&](int Index) { return TPointKind<TPoint>::PositionOf(Points[Index]); };
-  for (int i = 1; i + 1 < Points.Count(); ++i) {
-    length += (Points[i] - Points[i - 1]).Mag();
-    const TPoint3D a = place(i) - place(i - 1);
-    const TPoint3D b = place(i + 1) - place(i);
-    // The circle through a triangle with the sides a, b, c has the curvature 4 area / (a b c).
-    const double sides = a.Mag() * b.Mag() * (a + b).Mag();
-    path.Curvature.push_back({length, sides > 0.0 ? 2.0 * a.CrossMul(b).Mag() / sides : 0.0});
-  }
-  return path;
-}
-
-template TDrawnPath DrawnCurve(const std::string&, const TNurbsCurve<TPoint2D>&);
-template TDrawnPath DrawnCurve(const std::string&, const TNurbsCurve<TPoint6D>&);
-template TDrawnPath DrawnPolygon(const std::string&, const TList<TPoint2D>&);
-template TDrawnPath DrawnPolygon(const std::string&, const TList<TPoint6D>&);
-
 void SavePathPicture(const TPathPicture& Picture, const std::string& FileName) {
   constexpr int kDrawnPoints = 30000;  // of a path
   const TScene scene = SceneOf(Picture);
@@ -355,7 +288,7 @@ void SavePathPicture(const TPathPicture& Picture, const std::string& FileName) {
     AppendCurvature(script, CurvatureName(i), path.Curvature);
   }
   AppendPoints(script, "dots", Picture.Dots, Every(Picture.Dots.Count(), kDrawnDots));
-  AppendPoints(script, "start", Picture.Dots, {0});
+  AppendPoints(script, "start", Picture.Paths.front().Points, {0});
   if (Picture.HasDirections) AppendTicks(script, Picture.Dots, scene.TickLength);
   script += "set multiplot\n";
   AppendHead(script, Picture);

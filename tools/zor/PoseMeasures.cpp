@@ -26,6 +26,14 @@ TBox BoxOf(const TList<TPoint>& Points) {
   return box;
 }
 
+double ExtentOf(const TBox& Box) {
+  constexpr double kVisible = 1e-9;  // of the coordinates: less is not to be told from rounding
+  const TPoint6D sides = Box.Max - Box.Min;
+  const double farthest = std::max(Box.Max.GetPoint().Mag(), Box.Min.GetPoint().Mag());
+  const double extent = std::max({sides.X, sides.Y, sides.Z, kVisible * farthest});
+  return extent > 0.0 ? extent : 1.0;
+}
+
 template <class TPoint>
 std::optional<TChordFigures> ChordsOf(const TList<TPoint>& Points) {
   if (Points.Count() < 2) return std::nullopt;

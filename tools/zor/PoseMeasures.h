@@ -51,6 +51,9 @@ struct TBox {
 template <class TPoint>
 TBox BoxOf(const TList<TPoint>& Points);
 
+/// \return the largest side of X, Y, Z; something to draw an axis with where that is nothing.
+double ExtentOf(const TBox& Box);
+
 /// \return nothing for a single point.
 template <class TPoint>
 std::optional<TChordFigures> ChordsOf(const TList<TPoint>& Points);

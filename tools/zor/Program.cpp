@@ -66,6 +66,8 @@ std::unique_ptr<CLI::App> MakeProgram() {
   AddInfoCommand(program);
   AddFitCommand(program);
   AddResampleCommand(program);
+  AddNearestCommand(program);
+  AddSplineCommand(program);
   AddTransformCommand(program);
   AddConvertCommand(program);
   AddBlendCommand(program);
