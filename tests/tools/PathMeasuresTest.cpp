@@ -126,6 +126,16 @@ TEST(IntegratedLength, FindsItsWayThroughACusp) {
   EXPECT_NEAR(IntegratedLength(SegmentOf({At(1, -1), At(-1.0 / 3, 1), At(-1.0 / 3, -1), At(1, 1)})), length, 1e-11);
 }
 
+// x = 3000 t - 9000 t^2 + 6001 t^3 turns round twice; where it does, its speed is mere rounding.
+TEST(IntegratedLength, OfALineThereAndBackIsTheWayOnIt) {
+  const auto place = [](double t) { return t * (3000.0 + t * (-9000.0 + t * 6001.0)); };
+  const double root = std::sqrt(9000.0 * 9000.0 - 3.0 * 6001.0 * 3000.0);
+  const double first = place((9000.0 - root) / (3.0 * 6001.0));
+  const double second = place((9000.0 + root) / (3.0 * 6001.0));
+  const double length = first + (first - second) + (1.0 - second);
+  EXPECT_NEAR(IntegratedLength(SegmentOf({At(0, 0), At(1000, 0), At(-1000, 0), At(1, 0)})), length, 1e-8);
+}
+
 TEST(IntegratedLength, CountsAllSixComponentsAndIsNothingForAStandstill) {
   std::array<TPoint6D, 4> points = {At(0, 0), At(1, 0), At(2, 0), At(3, 0)};
   for (std::size_t i = 0; i < 4; ++i) points[i].A = 4.0 / 3.0 * static_cast<double>(i);

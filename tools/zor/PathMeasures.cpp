@@ -25,7 +25,10 @@ template <class TPoint>
 class TLengthOfPiece {
  public:
   explicit TLengthOfPiece(const TPathPiece<TPoint>& Piece) {
-    for (std::size_t i = 0; i < FEdges.size(); ++i) FEdges[i] = (Piece.Points[i + 1] - Piece.Points[i]) * 3.0;
+    for (std::size_t i = 0; i < FEdges.size(); ++i) {
+      FEdges[i] = (Piece.Points[i + 1] - Piece.Points[i]) * 3.0;
+      FNoMatter += kAgreement * FEdges[i].Mag() / 3.0;
+    }
   }
 
   double Length() const { return Halved(0.0, 1.0, Between(0.0, 1.0), 0); }
@@ -43,16 +46,17 @@ class TLengthOfPiece {
   }
 
   double Halved(double From, double To, double Whole, int Depth) const {
-    constexpr double kAgreement = 1e-12;
     constexpr int kDeepest = 40;
     const double middle = 0.5 * (From + To);
     const double first = Between(From, middle);
     const double second = Between(middle, To);
-    if (Depth == kDeepest || std::fabs(first + second - Whole) <= kAgreement * Whole) return first + second;
+    if (Depth == kDeepest || !(std::fabs(first + second - Whole) > FNoMatter)) return first + second;
     return Halved(From, middle, first, Depth + 1) + Halved(middle, To, second, Depth + 1);
   }
 
+  static constexpr double kAgreement = 1e-13;  // of the length of the control polygon
   std::array<TPoint, 3> FEdges;
+  double FNoMatter = 0.0;
 };
 
 // ------------------------------------------------------------------------------------------------ distance

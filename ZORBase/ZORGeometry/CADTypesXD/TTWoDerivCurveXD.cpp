@@ -143,6 +143,8 @@ bool TTWoDerivCurveXD::CreateCorss(const TList<TPointXD>& ctrlPt) {
 
 void TTWoDerivCurveXD::InitialThs(const TList<TPointXD>& ctrlPt) {
   FCtrlPtList = ctrlPt;
+  FPtLenList.Reserve(ctrlPt.size() - 1);
+  FBezWeightList.Reserve(ctrlPt.size() - 2);
   for (int j = 0; j + 1 < ctrlPt.Count(); ++j) {
     const TPointXD step = ctrlPt[j + 1] - ctrlPt[j];
     const double length = step.Mag();
@@ -153,6 +155,7 @@ void TTWoDerivCurveXD::InitialThs(const TList<TPointXD>& ctrlPt) {
 
 void TTWoDerivCurveXD::UpDateDeriv() {
   FBezDerivList.Clear();
+  FBezDerivList.Reserve(FCtrlPtList.size());
   const int count = FBezWeightList.Count();
   for (int j = 0; j < count; ++j) {
     const double weight = FBezWeightList[j];
@@ -166,6 +169,7 @@ void TTWoDerivCurveXD::UpDateDeriv() {
 // All corrections come from the same weights before any is applied.
 void TTWoDerivCurveXD::IterDumb() {
   TDoubleList steps;
+  steps.Reserve(FBezWeightList.size());
   for (int j = 0; j < FBezWeightList.Count(); ++j) steps.Add(SecantStep(j));
   for (int j = 0; j < FBezWeightList.Count(); ++j) {
     FBezWeightList[j] = ClampedWeight(FBezWeightList[j] + kDamping * steps[j]);
