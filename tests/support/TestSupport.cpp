@@ -4,6 +4,7 @@
 #include <iterator>
 #include <ostream>
 #include <random>
+#include <sstream>
 
 namespace ZORBase::Test {
 namespace {
@@ -20,6 +21,16 @@ TPoint6DList PosesFrom(std::initializer_list<std::string_view> Lines) {
   TPoint6DList poses;
   for (const std::string_view line : Lines) poses.Add(TPoint6D::Parse1033(line));
   return poses;
+}
+
+std::vector<std::vector<double>> RowsOf(const std::string& Text) {
+  std::vector<std::vector<double>> rows;
+  std::istringstream lines(Text);
+  for (std::string line; std::getline(lines, line);) {
+    rows.emplace_back();
+    for (TDelimitedText items(line); items.Next();) rows.back().push_back(StrToFloat1033(items.Item()));
+  }
+  return rows;
 }
 
 TScratchFolder::TScratchFolder() {

@@ -2,6 +2,7 @@
 //   RaisesGeneralError       EXPECT_THAT([&] { ... }, RaisesGeneralError("text")) and with matchers of the text
 //   IsNearPose, IsExactPose  poses component by component, within a tolerance or to the bit
 //   PosesFrom                a list from lines of text
+//   RowsOf                   the numbers of a text of rows
 //   TScratchFolder           a folder that is gone at the end of the test
 //   FileText, WriteFile      whole files as bytes
 //   SampleFile               measured data
@@ -24,6 +25,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/Numbers.h"
 
@@ -77,6 +79,9 @@ MATCHER_P(IsExactPose, Expected, "") {
 
 /// \return the poses of some lines of text.
 TPoint6DList PosesFrom(std::initializer_list<std::string_view> Lines);
+
+/// \return the numbers of a text, one vector per line.
+std::vector<std::vector<double>> RowsOf(const std::string& Text);
 
 /// A new folder for the files of a test; it is removed with all that is in it.
 class TScratchFolder {

@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 #include <cmath>
 #include <numbers>
-#include <sstream>
 #include <vector>
 
 namespace ZORBase::Test {
@@ -17,17 +16,6 @@ TRun Filtered(const std::string& Text, std::vector<std::string> Options) {
   TRunManner manner;
   manner.Input = Text;
   return Zor(Options, manner);
-}
-
-// The numbers of a text of rows, one vector per row.
-std::vector<std::vector<double>> RowsOf(const std::string& Text) {
-  std::vector<std::vector<double>> rows;
-  std::istringstream lines(Text);
-  for (std::string line; std::getline(lines, line);) {
-    rows.emplace_back();
-    for (TDelimitedText items(line); items.Next();) rows.back().push_back(StrToFloat1033(items.Item()));
-  }
-  return rows;
 }
 
 std::string Cosine(double Frequency, double Fs, int Samples) {

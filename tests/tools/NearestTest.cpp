@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 namespace ZORBase::Test {
 namespace {
@@ -19,14 +18,15 @@ json NearestOf(const std::string& FileName, const std::string& To, const std::ve
   return json::parse(run.Out);
 }
 
-std::string StraightFile(const TScratchFolder& Folder) {
-  WriteFile(Folder.File("p.txt"), "0,0,0,0,0,1\n1,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
-  return Folder.File("p.txt");
+// Four poses on the X axis.
+std::string LineFile(const TScratchFolder& Folder) {
+  WriteFile(Folder.File("line.txt"), "0,0,0,0,0,1\n1,0,0,0,0,1\n2,0,0,0,0,1\n3,0,0,0,0,1\n");
+  return Folder.File("line.txt");
 }
 
 TEST(ZorNearest, OnAStraightPathIsTheFootOfThePerpendicular) {
   const TScratchFolder folder;
-  const json nearest = NearestOf(StraightFile(folder), "1.25, 2, 0, 0,0,1");
+  const json nearest = NearestOf(LineFile(folder), "1.25, 2, 0, 0,0,1");
   EXPECT_NEAR(nearest["parameter"].get<double>(), 1.25 / 3, 1e-12);
   EXPECT_NEAR(nearest["length"].get<double>(), 1.25, 1e-9);
   EXPECT_NEAR(nearest["distance"].get<double>(), 2, 1e-12);
@@ -48,7 +48,7 @@ TEST(ZorNearest, TheDirectionCountsLikeThePosition) {
 
 TEST(ZorNearest, AtTheEndsTheLinesAreTheFirstAndTheLastTwo) {
   const TScratchFolder folder;
-  const std::string file = StraightFile(folder);
+  const std::string file = LineFile(folder);
   EXPECT_EQ(NearestOf(file, "-7,0,0,0,0,1")["lines"], json({1, 2}));
   EXPECT_EQ(NearestOf(file, "-7,0,0,0,0,1")["parameter"], 0.0);
   EXPECT_EQ(NearestOf(file, "7,0,0,0,0,1")["lines"], json({3, 4}));
@@ -75,10 +75,10 @@ TEST(ZorNearest, NoPlaceOfThePathIsCloser) {
     const double distance = nearest["distance"].get<double>();
     EXPECT_NEAR(std::hypot(nearest["point"]["X"].get<double>() - x, nearest["point"]["Y"].get<double>() - y), distance,
                 1e-12);
-    std::istringstream points(Zor({"resample", file, "--2d", "--count", "5000", "--decimals", "12"}).Out);
     double sampled = 1e9;
-    char comma = 0;
-    for (double px = 0, py = 0; points >> px >> comma >> py;) sampled = std::min(sampled, std::hypot(px - x, py - y));
+    for (const auto& point : RowsOf(Zor({"resample", file, "--2d", "--count", "5000", "--decimals", "12"}).Out)) {
+      sampled = std::min(sampled, std::hypot(point[0] - x, point[1] - y));
+    }
     EXPECT_LE(distance, sampled + 1e-11) << x;
     EXPECT_NEAR(distance, sampled, 1e-4) << x;
   }
@@ -86,7 +86,7 @@ TEST(ZorNearest, NoPlaceOfThePathIsCloser) {
 
 TEST(ZorNearest, AsTextSaysTheSame) {
   const TScratchFolder folder;
-  const TRun run = Zor({"nearest", StraightFile(folder), "--to", "(1.25,2,0,0,0,1)"});
+  const TRun run = Zor({"nearest", LineFile(folder), "--to", "(1.25,2,0,0,0,1)"});
   ASSERT_THAT(run, IsDone());
   EXPECT_THAT(run.Out, HasSubstr("distance                  2.000000\n"));
   EXPECT_THAT(run.Out, HasSubstr("length from the start     1.250000\n"));

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <sstream>
 
 namespace ZORBase::Test {
 namespace {
@@ -272,15 +271,12 @@ TEST(ZorResample, APlaneProfileIsWalkedLikeItsPosesAtHeightZero) {
   const TPoint6DList expected = Resampled(SampleFile("e387.100mm.poses.txt"), {"--step", "0.7"});
   const TRun run = Zor({"resample", folder.File("xy.txt"), "--2d", "--step", "0.7", "--decimals", "12"});
   ASSERT_THAT(run, IsDone());
-  std::istringstream rows(run.Out);
-  int count = 0;
-  char comma = 0;
-  for (double x = 0, y = 0; rows >> x >> comma >> y; ++count) {
-    ASSERT_LT(count, expected.Count());
-    EXPECT_NEAR(x, expected[count].X, 1e-10) << count;
-    EXPECT_NEAR(y, expected[count].Y, 1e-10) << count;
+  const auto rows = RowsOf(run.Out);
+  ASSERT_EQ(rows.size(), expected.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    EXPECT_NEAR(rows[i][0], expected[static_cast<int>(i)].X, 1e-10) << i;
+    EXPECT_NEAR(rows[i][1], expected[static_cast<int>(i)].Y, 1e-10) << i;
   }
-  EXPECT_EQ(count, expected.Count());
 }
 
 // ------------------------------------------------------------------------------------------------ refusals

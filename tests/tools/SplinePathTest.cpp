@@ -15,7 +15,7 @@ TPointXD PointOf(std::initializer_list<double> Coordinates) {
 }
 
 // (t, t^2): its length up to x is x sqrt(1 + 4 x^2) / 2 + asinh(2 x) / 4.
-const TCubicBezXD kParabola =
+const TCubicBezXD kUnitParabola =
     TCubicBezXD::Create(PointOf({0, 0}), PointOf({1.0 / 3, 0}), PointOf({2.0 / 3, 1.0 / 3}), PointOf({1, 1}));
 // t^3: it starts without speed.
 const TCubicBezXD kFromRest = TCubicBezXD::Create(PointOf({0}), PointOf({0}), PointOf({0}), PointOf({1}));
@@ -31,7 +31,7 @@ TList<TPointXD> Helix(int Count) {
 
 TEST(ParamAtLength, OfAParabolaIsThePlaceOfItsFormula) {
   for (double x = 0.05; x < 1; x += 0.05) {
-    EXPECT_NEAR(ParamAtLength(kParabola, x * std::sqrt(1 + 4 * x * x) / 2 + std::asinh(2 * x) / 4), x, 1e-13);
+    EXPECT_NEAR(ParamAtLength(kUnitParabola, x * std::sqrt(1 + 4 * x * x) / 2 + std::asinh(2 * x) / 4), x, 1e-13);
   }
 }
 
@@ -42,16 +42,16 @@ TEST(ParamAtLength, StartsFromRest) {
 }
 
 TEST(ParamAtLength, OutsideTheSegmentIsAnEnd) {
-  EXPECT_EQ(ParamAtLength(kParabola, 0), 0);
-  EXPECT_EQ(ParamAtLength(kParabola, -1), 0);
-  EXPECT_EQ(ParamAtLength(kParabola, std::nan("")), 0);
-  EXPECT_EQ(ParamAtLength(kParabola, kParabola.FLength), 1);
-  EXPECT_EQ(ParamAtLength(kParabola, 9), 1);
+  EXPECT_EQ(ParamAtLength(kUnitParabola, 0), 0);
+  EXPECT_EQ(ParamAtLength(kUnitParabola, -1), 0);
+  EXPECT_EQ(ParamAtLength(kUnitParabola, std::nan("")), 0);
+  EXPECT_EQ(ParamAtLength(kUnitParabola, kUnitParabola.FLength), 1);
+  EXPECT_EQ(ParamAtLength(kUnitParabola, 9), 1);
 }
 
 TEST(CurvatureAt, OfAParabolaIsThatOfItsFormula) {
   for (double t = 0; t <= 1; t += 0.125)
-    EXPECT_NEAR(CurvatureAt(kParabola, t), 2 / std::pow(1 + 4 * t * t, 1.5), 1e-13);
+    EXPECT_NEAR(CurvatureAt(kUnitParabola, t), 2 / std::pow(1 + 4 * t * t, 1.5), 1e-13);
   EXPECT_EQ(CurvatureAt(kFromRest, 0), 0);
   EXPECT_NEAR(CurvatureAt(kFromRest, 0.5), 0, 1e-15);
 }

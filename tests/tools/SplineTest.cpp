@@ -4,7 +4,6 @@
 #include <ZORBase/ZORGeometry/CADTypesXD.h>
 
 #include <cmath>
-#include <sstream>
 
 namespace ZORBase::Test {
 namespace {
@@ -12,17 +11,6 @@ namespace {
 using testing::HasSubstr;
 
 using TRows = std::vector<std::vector<double>>;
-
-TRows RowsOf(const std::string& Text) {
-  TRows rows;
-  std::istringstream lines(Text);
-  for (std::string line; std::getline(lines, line);) {
-    rows.emplace_back();
-    std::istringstream items(line);
-    for (std::string item; std::getline(items, item, ',');) rows.back().push_back(StrToFloat1033(item));
-  }
-  return rows;
-}
 
 // Runs the command on rows of numbers.
 TRun SplineOf(const std::string& Text, const std::vector<std::string>& Options = {}) {
@@ -46,23 +34,23 @@ std::string Winding(int Dimension, int Count) {
   return text;
 }
 
-const std::string kStraight = "0,0\n3,4\n6,8\n";
+const std::string kLine = "0,0\n3,4\n6,8\n";
 
 // ------------------------------------------------------------------------------------------------ what comes out
 
 TEST(ZorSpline, ThroughPointsOnALineIsTheLine) {
-  EXPECT_EQ(SplineOf(kStraight, {"--samples-per-segment", "1", "--decimals", "3"}).Out,
+  EXPECT_EQ(SplineOf(kLine, {"--samples-per-segment", "1", "--decimals", "3"}).Out,
             "0.000,0.000\r\n3.000,4.000\r\n6.000,8.000\r\n");
-  EXPECT_EQ(SplineOf(kStraight, {"--samples-per-segment", "2", "--decimals", "3"}).Out,
+  EXPECT_EQ(SplineOf(kLine, {"--samples-per-segment", "2", "--decimals", "3"}).Out,
             "0.000,0.000\r\n1.500,2.000\r\n3.000,4.000\r\n4.500,6.000\r\n6.000,8.000\r\n");
-  EXPECT_EQ(SplineOf(kStraight, {"--step", "4", "--decimals", "3"}).Out,
+  EXPECT_EQ(SplineOf(kLine, {"--step", "4", "--decimals", "3"}).Out,
             "0.000,0.000\r\n2.400,3.200\r\n4.800,6.400\r\n6.000,8.000\r\n");
 }
 
 TEST(ZorSpline, AStepThatDividesTheLengthGivesTheEndOnce) {
-  EXPECT_EQ(RowsOf(SplineOf(kStraight, {"--step", "2.5"}).Out).size(), 5U);
-  EXPECT_EQ(RowsOf(SplineOf(kStraight, {"--step", "0.1"}).Out).size(), 101U);
-  EXPECT_EQ(RowsOf(SplineOf(kStraight, {"--step", "1e9"}).Out).size(), 2U);
+  EXPECT_EQ(RowsOf(SplineOf(kLine, {"--step", "2.5"}).Out).size(), 5U);
+  EXPECT_EQ(RowsOf(SplineOf(kLine, {"--step", "0.1"}).Out).size(), 101U);
+  EXPECT_EQ(RowsOf(SplineOf(kLine, {"--step", "1e9"}).Out).size(), 2U);
 }
 
 // The segments as the library delivers them, evaluated here.
@@ -161,15 +149,15 @@ TEST(ZorSpline, RefusesStepsAndCountsThatAreNone) {
   const TScratchFolder folder;
   const std::string out = folder.File("out.txt");
   for (const std::string step : {"0", "-1", "nan", "inf", "x", ""}) {
-    EXPECT_THAT(SplineOf(kStraight, {"--step", step, "-o", out}),
+    EXPECT_THAT(SplineOf(kLine, {"--step", step, "-o", out}),
                 RefusesUsage("zor spline", "--step: found '" + step + "', expected a number above 0"));
   }
   for (const std::string count : {"0", "-1", "1.5", "nan", "", "50000001"}) {
-    EXPECT_THAT(SplineOf(kStraight, {"--samples-per-segment", count, "-o", out}),
+    EXPECT_THAT(SplineOf(kLine, {"--samples-per-segment", count, "-o", out}),
                 RefusesUsage("zor spline", "--samples-per-segment: found '" + count +
                                                "', expected a whole number from 1 to 50000000"));
   }
-  EXPECT_THAT(SplineOf(kStraight, {"--step", "1", "--samples-per-segment", "3", "-o", out}),
+  EXPECT_THAT(SplineOf(kLine, {"--step", "1", "--samples-per-segment", "3", "-o", out}),
               RefusesUsage("zor spline", "give either --samples-per-segment or --step"));
   EXPECT_EQ(folder.Count(), 0U);
 }
@@ -178,11 +166,11 @@ TEST(ZorSpline, RefusesMorePointsThanItsLimit) {
   const TScratchFolder folder;
   const std::string out = folder.File("out.txt");
   EXPECT_THAT(
-      SplineOf(kStraight, {"--samples-per-segment", "25000000", "-o", out}),
+      SplineOf(kLine, {"--samples-per-segment", "25000000", "-o", out}),
       RefusesUsage("zor spline",
                    "--samples-per-segment: found 25000000, expected at most 24999999: there are 2 segments, and "
                    "at most 50000000 points are given"));
-  EXPECT_THAT(SplineOf(kStraight, {"--step", "1e-9", "-o", out}),
+  EXPECT_THAT(SplineOf(kLine, {"--step", "1e-9", "-o", out}),
               RefusesUsage("zor spline",
                            "--step: found 1e-09, expected at least 2e-07: the path is 10.000000 long, and at most "
                            "50000000 points are given"));
