@@ -1,5 +1,6 @@
 #include <zor/PathMeasures.h>
 
+#include "support/PlaneCurveLength.h"
 #include "support/TestSupport.h"
 
 #include <cmath>
@@ -8,9 +9,13 @@
 namespace ZORBase::Tool {
 namespace {
 
+using Test::FileText;
 using Test::IsExactPose;
 using Test::IsNearPose;
+using Test::PlaneCurveLength;
 using Test::PosesFrom;
+using Test::RowsOf;
+using Test::SampleFile;
 
 TPoint6DList LoadSample(std::string_view Name) {
   TPoint6DList poses;
@@ -134,6 +139,18 @@ TEST(IntegratedLength, OfALineThereAndBackIsTheWayOnIt) {
   const double second = place((9000.0 + root) / (3.0 * 6001.0));
   const double length = first + (first - second) + (1.0 - second);
   EXPECT_NEAR(IntegratedLength(SegmentOf({At(0, 0), At(1000, 0), At(-1000, 0), At(1, 0)})), length, 1e-8);
+}
+
+// The wing profile with a chord of 1, where the table of the curve is off by 5e-4.
+TEST(IntegratedLength, OfAWingProfileIsThatOfAnIndependentQuadrature) {
+  TList<TPoint2D> points;
+  for (const auto& row : RowsOf(FileText(SampleFile("e387.xy.txt")))) points.Add({row[0], row[1]});
+  for (const TParalizeMethod method : {mEqually, mChord, mCentripetal}) {
+    TNurbs2D curve;
+    ASSERT_TRUE(curve.CreateCross(points, method));
+    const double length = PlaneCurveLength(curve.BasicFun().uArr(), curve.pointArr(), 1e-13L);
+    EXPECT_NEAR(IntegratedLength(curve), length, 1e-10) << method;
+  }
 }
 
 TEST(IntegratedLength, CountsAllSixComponentsAndIsNothingForAStandstill) {
