@@ -73,10 +73,10 @@ TCubicBezXD CreateBez(const TBezInfo& Info) {
 // The curvature vector, the derivative of the unit tangent with respect to arc length, from the first two derivatives: K[i] is
 // the sum over j of (D2[i] D1[j] - D1[i] D2[j]) D1[j], divided by |D1|^4. The term with j = i is 0.
 TPointXD CurvatureVector(const TPointXD& D1, const TPointXD& D2) {
-  TPointXD curvature = TPointXD::Create(D1.FDimension);
+  TPointXD curvature = TPointXD::Create(std::max(D1.FDimension, D2.FDimension));
   const double speed = D1.Mag();
   if (speed < kZeroLength) return curvature;
-  const std::size_t dimension = D1.Coordinates().size();
+  const std::size_t dimension = curvature.Coordinates().size();
   for (std::size_t j = 0; j < dimension; ++j) {
     for (std::size_t i = 0; i < dimension; ++i) {
       curvature.Items[i] += (D2.Items[i] * D1.Items[j] - D1.Items[i] * D2.Items[j]) * D1.Items[j];
@@ -87,14 +87,19 @@ TPointXD CurvatureVector(const TPointXD& D1, const TPointXD& D2) {
   return curvature;
 }
 
-double CurvatureAt(const TCubicBezXD& Bez, double t) {
-  return CurvatureVector(Bez.EvalDeriv(t), Bez.EvalDeriv2(t)).Mag();
+// The curvature of a segment at one of its ends. There the derivatives are 3 (Handle - End) and 6 ((End + FarHandle) - Handle -
+// Handle), and every other term of them is 0; at the end of a segment the first one has the other sign, which the curvature
+// does not see.
+double CurvatureAtEnd(const TPointXD& End, const TPointXD& Handle, const TPointXD& FarHandle) {
+  return CurvatureVector((Handle - End) * 3.0, 6.0 * (End + FarHandle - Handle - Handle)).Mag();
 }
 
 // The relative jump of the curvature where A ends and B begins.
 double JointCurvError(const TBezInfo& A, const TBezInfo& B) {
-  const double before = CurvatureAt(UnmeasuredBez(A), 1.0);
-  const double after = CurvatureAt(UnmeasuredBez(B), 0.0);
+  const TCubicBezXD incoming = UnmeasuredBez(A);
+  const TCubicBezXD outgoing = UnmeasuredBez(B);
+  const double before = CurvatureAtEnd(incoming.FP3, incoming.FP2, incoming.FP1);
+  const double after = CurvatureAtEnd(outgoing.FP0, outgoing.FP1, outgoing.FP2);
   return SafeDivXD(std::fabs(before - after), std::max(before, after), TPointXD::kTolerance);
 }
 
