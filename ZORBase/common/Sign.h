@@ -14,4 +14,7 @@ inline double SignOfQuotient(double A, double B) {
 /// \return 1 or -1, the sign of a number that is not 0; NaN of NaN.
 inline double SignOf(double A) { return SignOfQuotient(A, 1.0); }
 
+/// \return |A| with the sign of B, where a zero of either sign counts as positive.
+inline double SignOf(double A, double B) { return B >= 0.0 ? std::fabs(A) : -std::fabs(A); }
+
 }  // namespace ZORBase
