@@ -1,6 +1,10 @@
-// uNewtonIterator: start-up and shut-down of the module, which has no work of its own to do then.
+// uNewtonIterator: systems of non-linear equations, as many as there are unknowns or more.
+//   TNewtonIterator      Newton-Gauss steps with the caller's Jacobian
+//   TNewtonIteratorPro   the same with a Jacobian by forward differences
 #pragma once
 
+#include <ZORBase/ZORBaseAlg/uNewtonIterator/TNewtonIterator.h>
+#include <ZORBase/ZORBaseAlg/uNewtonIterator/TNewtonIteratorPro.h>
 #include <ZORBase/common/Export.h>
 
 namespace ZORBase::uNewtonIterator {
