@@ -1,6 +1,8 @@
-// uSurfaceInterpolater: start-up and shut-down of the module, which has no work of its own to do then.
+// uSurfaceInterpolater: heights over the plane, between scattered samples.
+//   TV4Interpolator   the biharmonic spline through all samples
 #pragma once
 
+#include <ZORBase/ZORBaseAlg/uSurfaceInterpolater/TV4Interpolator.h>
 #include <ZORBase/common/Export.h>
 
 namespace ZORBase::uSurfaceInterpolater {
