@@ -1,18 +1,14 @@
 #include <ZORBase/ZORBaseAlg/uSVD.h>
 #include <ZORBase/ZORBaseAlg/uSurfaceInterpolater/TV4Interpolator.h>
 #include <ZORBase/common/BaseServices/NumberText.h>
+#include <ZORBase/kernels/BiharmonicKernel.h>
 
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace ZORBase {
 namespace {
-
-// Samples closer than this have one place: their rows of the matrix would be the same.
-constexpr double kSamePlace = 1e-12;
-
-// The Green function of the biharmonic operator in the plane, for d > 0.
-double Phi(double d) { return d * d * (std::log(d) - 1.0); }
 
 void CheckFinite(const TPoint3D& Pt, int Index) {
   if (std::isfinite(Pt.X) && std::isfinite(Pt.Y) && std::isfinite(Pt.Z)) return;
@@ -25,24 +21,15 @@ void CheckMatrixMemory(std::size_t N) {
                                N * N * sizeof(double), TV4Interpolator::kMatrixMemoryLimit));
 }
 
-double MatrixEntry(const TPoint3D& From, const TPoint3D& To) {
-  const double d = From.DistanceXY(To);
-  if (d <= kSamePlace) RaiseGeneralError("TV4Interpolator Fail For Duplicate data");
-  return Phi(d);
-}
-
 // The matrix of the samples, row by row.
-TDoubleList MatrixOf(const TList<TPoint3D>& Samples) {
-  TDoubleList matrix;
-  matrix.Reserve(Samples.size() * Samples.size());
-  for (int i = 0; i < Samples.Count(); ++i) {
-    for (int j = 0; j < Samples.Count(); ++j) {
-      const double entry = j == i ? 0.0 : MatrixEntry(Samples[i], Samples[j]);
-      if (!std::isfinite(entry)) {
-        RaiseGeneralError(Format1033("TV4Interpolator: the samples %d and %d are too far apart", i, j));
-      }
-      matrix.Add(entry);
-    }
+TDoubleList MatrixOf(const TPlaces& Places) {
+  const std::size_t n = Places.X.size();
+  TDoubleList matrix(std::vector<double>(n * n));
+  switch (FillBiharmonicMatrix(Places, TV4Interpolator::kSamePlace, matrix)) {
+    case TPlacesFault::Same: RaiseGeneralError("TV4Interpolator Fail For Duplicate data");
+    case TPlacesFault::TooFar:
+      RaiseGeneralError("TV4Interpolator: samples are too far apart for the square of their distance");
+    case TPlacesFault::None: break;
   }
   return matrix;
 }
@@ -82,10 +69,13 @@ void TV4Interpolator::CalcWeights() {
   CheckState(cbsAddPoint);
   FState = cbsFinish;  // before the work: there is one attempt
   CheckMatrixMemory(FSrcPt.size());
-  const TDoubleList matrix = MatrixOf(FSrcPt);
   TDoubleList heights;
-  heights.Reserve(FSrcPt.size());
-  for (const TPoint3D& sample : FSrcPt) heights.Add(sample.Z);
+  for (const TPoint3D& sample : FSrcPt) {
+    FX.push_back(sample.X);
+    FY.push_back(sample.Y);
+    heights.Add(sample.Z);
+  }
+  const TDoubleList matrix = MatrixOf({FX, FY});
   const int n = FSrcPt.Count();
   if (!MatrixDivUsingSvd(&matrix, &heights, n, n, &FWeights, true)) {
     RaiseGeneralError("TV4Interpolator CalcWeights Fail");
@@ -94,14 +84,7 @@ void TV4Interpolator::CalcWeights() {
 
 double TV4Interpolator::CalcZ(double X, double Y) const {
   CheckState(cbsFinish);
-  const TPoint3D place = TPoint2D::Create(X, Y);
-  double z = 0.0;
-  for (int i = 0; i < FWeights.Count(); ++i) {
-    const double d = place.DistanceXY(FSrcPt[i]);
-    if (d <= kSamePlace) continue;
-    z += FWeights[i] * (d * d) * (std::log(d) - 1.0);
-  }
-  return z;
+  return BiharmonicHeight({FX, FY}, FWeights, kSamePlace, X, Y);
 }
 
 void TV4Interpolator::CalcZ(std::span<const TPoint2D> Places, std::span<double> Z) const {
@@ -109,7 +92,7 @@ void TV4Interpolator::CalcZ(std::span<const TPoint2D> Places, std::span<double> 
   if (Places.size() != Z.size()) {
     RaiseGeneralError(Format1033("TV4Interpolator: %d places and %d heights", Places.size(), Z.size()));
   }
-  for (std::size_t i = 0; i < Places.size(); ++i) Z[i] = CalcZ(Places[i].X, Places[i].Y);
+  BiharmonicHeights({FX, FY}, FWeights, kSamePlace, Places, Z);
 }
 
 }  // namespace ZORBase

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <span>
+#include <vector>
 
 namespace ZORBase {
 
@@ -25,6 +26,9 @@ class ZORBASE_API TV4Interpolator {
     cbsAddPoint = 1,  ///< samples were added
     cbsFinish = 2     ///< CalcWeights was called
   };
+
+  /// Samples no farther apart than this in the plane have the same place: their rows of the matrix would be the same.
+  static constexpr double kSamePlace = 1e-12;
 
   /// What the matrix of N samples may take, 8 N^2 bytes; the decomposition needs about three times as much.
   static constexpr std::size_t kMatrixMemoryLimit = std::size_t{1} << 30U;
@@ -46,8 +50,7 @@ class ZORBASE_API TV4Interpolator {
 
   /// Finds the weights of N samples, so that the surface passes through them. The state is cbsFinish even when it fails; then there
   /// are no weights, and every height is 0.
-  /// \throws the general error "TV4Interpolator Fail For Duplicate data" when two samples have a distance of at most 1e-12 in the
-  ///         plane, "TV4Interpolator CalcWeights Fail" when the solver fails, and one with the numbers when the matrix exceeds
+  /// \throws the general error "TV4Interpolator Fail For Duplicate data" when two samples have the same place, "TV4Interpolator CalcWeights Fail" when the solver fails, and one with the numbers when the matrix exceeds
   ///         kMatrixMemoryLimit or samples are too far apart for a square of their distance.
   /// Cost: a singular value decomposition of N x N.
   void CalcWeights();
@@ -70,6 +73,8 @@ class ZORBASE_API TV4Interpolator {
   TList<TPoint3D> FSrcPt;
   TDoubleList FWeights;
   TInterpolatorState FState = cbsIdle;
+  std::vector<double> FX;  // of FSrcPt, once the weights are asked for
+  std::vector<double> FY;
 };
 
 }  // namespace ZORBase

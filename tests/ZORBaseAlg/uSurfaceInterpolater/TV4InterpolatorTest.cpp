@@ -1,4 +1,6 @@
+#include <ZORBase/ZORBaseAlg/uSVD.h>
 #include <ZORBase/ZORBaseAlg/uSurfaceInterpolater.h>
+#include <ZORBase/kernels/Logarithm.h>
 
 #include "PlainV4.h"
 #include "support/TestSupport.h"
@@ -12,6 +14,8 @@
 namespace ZORBase {
 namespace {
 
+using Test::PlainMatrix;
+using Test::PlainZ;
 using Test::RaisesGeneralError;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -171,7 +175,7 @@ TEST(TV4Interpolator, TooManySamplesAreRefusedBeforeTheMatrixIsAllocated) {
 TEST(TV4Interpolator, SamplesWhoseDistanceHasNoSquareAreRefused) {
   TV4Interpolator surface = Added(SamplesOf({{0, 0, 0}, {1, 0, 0}, {1e200, 0, 0}}));
   EXPECT_THAT([&] { surface.CalcWeights(); },
-              RaisesGeneralError("TV4Interpolator: the samples 0 and 2 are too far apart"));
+              RaisesGeneralError("TV4Interpolator: samples are too far apart for the square of their distance"));
 }
 
 TEST(TV4Interpolator, AsManyHeightsAsPlacesAreAskedFor) {
@@ -206,7 +210,6 @@ TEST(TV4Interpolator, ASingleSampleGivesZeroEverywhere) {
   EXPECT_EQ(surface.CalcZ(-100, 50), 0);
 }
 
-// phi(e) = 0, so that two samples e apart give the matrix 0 but for rounding: nothing is lost by it but the heights.
 TEST(TV4Interpolator, HeightsHaveNoPolynomialTerms) {
   const TV4Interpolator surface = Finished(SamplesOf({{0, 0, 1}, {2, 0, 1}}));
   // A surface with a constant term would be 1 everywhere.
@@ -279,6 +282,43 @@ TEST(TV4Interpolator, ManyPlacesGiveTheBitsOfOneByOne) {
             << count << " samples, place " << i << " of " << places;
       }
     }
+  }
+}
+
+// Written down as it is defined, with the library's own logarithm.
+TEST(TV4Interpolator, HeightsHaveTheBitsOfThePlainSum) {
+  for (const int count : {1, 2, 15, 16, 17, 33, 100}) {
+    for (const double side : {1e-5, 2.0, 5e4}) {
+      const TList<TPoint3D> samples = Hills(count, side);
+      const TV4Interpolator surface = Finished(samples);
+      for (const TPoint3D& place : Hills(20, 1.5 * side, 3)) {
+        const double expected = PlainZ(samples, surface.Weights(), place.X, place.Y, [](double d) { return Ln(d); });
+        EXPECT_EQ(surface.CalcZ(place.X, place.Y), expected) << count << " samples, side " << side;
+      }
+      EXPECT_EQ(surface.CalcZ(samples[0].X, samples[0].Y),
+                PlainZ(samples, surface.Weights(), samples[0].X, samples[0].Y, [](double d) { return Ln(d); }));
+    }
+  }
+}
+
+TEST(TV4Interpolator, WeightsHaveTheBitsOfThePlainMatrix) {
+  for (const int count : {1, 2, 15, 16, 17, 18, 33, 34, 70}) {
+    const TList<TPoint3D> samples = Hills(count, 4.0);
+    const TDoubleList matrix = PlainMatrix(samples, [](double d) { return Ln(d); });
+    TDoubleList heights;
+    for (const TPoint3D& sample : samples) heights.Add(sample.Z);
+    TDoubleList weights;
+    ASSERT_TRUE(MatrixDivUsingSvd(&matrix, &heights, count, count, &weights, true));
+    EXPECT_THAT(Finished(samples).Weights(), testing::ElementsAreArray(weights.begin(), weights.end())) << count;
+  }
+}
+
+TEST(TV4Interpolator, TwoSamplesAtOnePlaceAreFoundWhereverTheyStand) {
+  for (int at = 1; at < 40; ++at) {
+    TList<TPoint3D> samples = Hills(40, 4.0);
+    samples[at] = samples[at / 2];
+    TV4Interpolator surface = Added(samples);
+    EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError("TV4Interpolator Fail For Duplicate data")) << at;
   }
 }
 
