@@ -18,5 +18,8 @@ void AddConvertCommand(CLI::App& Program);
 void AddBlendCommand(CLI::App& Program);
 void AddSpectrumCommand(CLI::App& Program);
 void AddFilterCommand(CLI::App& Program);
+void AddPlaneCommand(CLI::App& Program);
+void AddLineCommand(CLI::App& Program);
+void AddSurfaceCommand(CLI::App& Program);
 
 }  // namespace ZORBase::Tool

@@ -73,6 +73,9 @@ std::unique_ptr<CLI::App> MakeProgram() {
   AddBlendCommand(program);
   AddSpectrumCommand(program);
   AddFilterCommand(program);
+  AddPlaneCommand(program);
+  AddLineCommand(program);
+  AddSurfaceCommand(program);
   return made;
 }
 

@@ -12,8 +12,6 @@ namespace {
 using Test::kReferenceLogarithms;
 using Test::TReferenceLogarithm;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 // One in the last place of Value.
 double LastPlace(double Value) {
   const double size = std::fabs(Value);

@@ -1,9 +1,9 @@
 #include "NistProblems.h"
+#include "support/Numbers.h"
 
 #include <ZORBase/common/BaseServices.h>
 
 #include <map>
-#include <numbers>
 
 namespace ZORBase::Test {
 namespace {
@@ -26,8 +26,6 @@ using std::cos;
 using std::exp;
 using std::pow;
 using std::sin;
-
-constexpr double kPi = std::numbers::pi;
 
 template <class T>
 T Square(const T& Value) {

@@ -18,9 +18,6 @@ using Test::PlainMatrix;
 using Test::PlainZ;
 using Test::RaisesGeneralError;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 TList<TPoint3D> SamplesOf(std::initializer_list<std::array<double, 3>> Rows) {
   TList<TPoint3D> samples;
   for (const auto& row : Rows) samples.Add(TPoint3D::Create(row[0], row[1], row[2]));

@@ -1,0 +1,142 @@
+// The biharmonic surface: weights and heights by the library, by the plain algorithm, and the weights by Eigen's fastest
+// decomposition of the same kind. bench/SurfaceBench.py has the heights of SciPy.
+#include <ZORBase/ZORBaseAlg/uSurfaceInterpolater.h>
+#include <benchmark/benchmark.h>
+#include <tests/ZORBaseAlg/uSVD/PlainSvd.h>
+#include <tests/ZORBaseAlg/uSurfaceInterpolater/PlainV4.h>
+#include <Eigen/Dense>
+
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <span>
+#include <vector>
+
+namespace {
+
+using ZORBase::TDoubleList;
+using ZORBase::TList;
+using ZORBase::TPoint2D;
+using ZORBase::TPoint3D;
+using ZORBase::TV4Interpolator;
+
+constexpr double kSide = 10.0;
+constexpr int kPlaces = 256;
+
+// Heights at random places of a square.
+TList<TPoint3D> Samples(int Count) {
+  std::mt19937 random(5);
+  const auto coordinate = [&] { return kSide * static_cast<double>(random()) / 4294967296.0; };
+  TList<TPoint3D> samples;
+  for (int i = 0; i < Count; ++i) {
+    const double x = coordinate();
+    const double y = coordinate();
+    samples.Add(TPoint3D::Create(x, y, std::sin(x) * std::cos(y)));
+  }
+  return samples;
+}
+
+double LibraryLog(double d) { return std::log(d); }
+
+// ------------------------------------------------------------------------------------------------ weights
+
+void WeightsLibrary(benchmark::State& State) {
+  const TList<TPoint3D> samples = Samples(static_cast<int>(State.range(0)));
+  for (auto _ : State) {
+    TV4Interpolator surface;
+    surface.AddPointList(samples);
+    surface.CalcWeights();
+    benchmark::DoNotOptimize(surface.Weights().data());
+  }
+}
+
+void WeightsPlain(benchmark::State& State) {
+  const TList<TPoint3D> samples = Samples(static_cast<int>(State.range(0)));
+  std::vector<double> heights;
+  for (const TPoint3D& sample : samples) heights.push_back(sample.Z);
+  for (auto _ : State) {
+    ZORBase::Test::TPlainSvd svd(ZORBase::Test::PlainMatrix(samples, LibraryLog), samples.Count(), samples.Count());
+    benchmark::DoNotOptimize(svd.Solve(heights));
+  }
+}
+
+void WeightsEigen(benchmark::State& State) {
+  const TList<TPoint3D> samples = Samples(static_cast<int>(State.range(0)));
+  const Eigen::Index count = samples.Count();
+  Eigen::VectorXd heights(count);
+  for (int i = 0; i < samples.Count(); ++i) heights(i) = samples[i].Z;
+  for (auto _ : State) {
+    const TDoubleList matrix = ZORBase::Test::PlainMatrix(samples, LibraryLog);
+    const Eigen::Map<const Eigen::MatrixXd> view(matrix.data(), count, count);  // symmetric: rows are columns
+    const Eigen::BDCSVD<Eigen::MatrixXd> svd(view, Eigen::ComputeThinU | Eigen::ComputeThinV);
+    benchmark::DoNotOptimize(Eigen::VectorXd(svd.solve(heights)));
+  }
+}
+
+// ------------------------------------------------------------------------------------------------ the matrix
+
+void MatrixPlain(benchmark::State& State) {
+  const TList<TPoint3D> samples = Samples(static_cast<int>(State.range(0)));
+  for (auto _ : State) benchmark::DoNotOptimize(ZORBase::Test::PlainMatrix(samples, LibraryLog));
+}
+
+// ------------------------------------------------------------------------------------------------ heights
+
+std::vector<TPoint2D> Places() {
+  std::vector<TPoint2D> places;
+  for (const TPoint3D& place : Samples(2 * kPlaces)) places.push_back(TPoint2D::Create(place.Y, place.X));
+  places.resize(kPlaces);
+  return places;
+}
+
+template <class TWork>
+void Heights(benchmark::State& State, TWork&& Work) {
+  TV4Interpolator surface;
+  surface.AddPointList(Samples(static_cast<int>(State.range(0))));
+  surface.CalcWeights();
+  const std::vector<TPoint2D> places = Places();
+  std::vector<double> heights(places.size());
+  for (auto _ : State) {
+    Work(surface, places, heights);
+    benchmark::ClobberMemory();
+  }
+  State.SetItemsProcessed(State.iterations() * kPlaces);
+}
+
+void HeightsOneByOne(benchmark::State& State) {
+  Heights(State, [](const auto& Surface, const auto& At, auto& Z) {
+    for (std::size_t i = 0; i < At.size(); ++i) Z[i] = Surface.CalcZ(At[i].X, At[i].Y);
+  });
+}
+
+void HeightsOfASpan(benchmark::State& State) {
+  Heights(State, [](const auto& Surface, const auto& At, auto& Z) { Surface.CalcZ(At, Z); });
+}
+
+void HeightsPlain(benchmark::State& State) {
+  Heights(State, [](const auto& Surface, const auto& At, auto& Z) {
+    for (std::size_t i = 0; i < At.size(); ++i) {
+      Z[i] = ZORBase::Test::PlainZ(Surface.SrcPt(), Surface.Weights(), At[i].X, At[i].Y, LibraryLog);
+    }
+  });
+}
+
+BENCHMARK(WeightsPlain)->Name("surface weights/plain")->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
+BENCHMARK(WeightsLibrary)
+    ->Name("surface weights/library")
+    ->Arg(100)
+    ->Arg(300)
+    ->Arg(1000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(WeightsEigen)
+    ->Name("surface weights/Eigen BDC")
+    ->Arg(100)
+    ->Arg(300)
+    ->Arg(1000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(MatrixPlain)->Name("surface matrix/plain")->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(HeightsPlain)->Name("surface heights/plain")->Arg(100)->Arg(1000);
+BENCHMARK(HeightsOneByOne)->Name("surface heights/one by one")->Arg(100)->Arg(1000);
+BENCHMARK(HeightsOfASpan)->Name("surface heights/a span")->Arg(100)->Arg(1000);
+
+}  // namespace
