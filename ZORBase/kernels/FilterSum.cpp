@@ -85,23 +85,37 @@ ZORBASE_INLINE void SumAll(TTerm Term, const double* Values, int Count, std::spa
   }
 }
 
-}  // namespace
+// The clones have internal linkage (TargetClones.h); what the header declares are plain functions that go on to them.
 
-ZORBASE_TARGET_CLONES double LongWeightedSum(const double* Weights, const double* Values, int Count) {
+ZORBASE_TARGET_CLONES double LongWeightedSumClones(const double* Weights, const double* Values, int Count) {
   return LongSum(TWeightedTerm{Weights}, Values, Count);
 }
 
-ZORBASE_TARGET_CLONES double LongPlainSum(const double* Values, int Count) {
+ZORBASE_TARGET_CLONES double LongPlainSumClones(const double* Values, int Count) {
   return LongSum(TPlainTerm{}, Values, Count);
 }
 
-ZORBASE_TARGET_CLONES void WeightedSums(const double* Weights, const double* Values, int Count,
-                                        std::span<double> Results) {
+ZORBASE_TARGET_CLONES void WeightedSumsClones(const double* Weights, const double* Values, int Count,
+                                              std::span<double> Results) {
   SumAll(TWeightedTerm{Weights}, Values, Count, Results);
 }
 
-ZORBASE_TARGET_CLONES void PlainSums(const double* Values, int Count, std::span<double> Results) {
+ZORBASE_TARGET_CLONES void PlainSumsClones(const double* Values, int Count, std::span<double> Results) {
   SumAll(TPlainTerm{}, Values, Count, Results);
 }
+
+}  // namespace
+
+double LongWeightedSum(const double* Weights, const double* Values, int Count) {
+  return LongWeightedSumClones(Weights, Values, Count);
+}
+
+double LongPlainSum(const double* Values, int Count) { return LongPlainSumClones(Values, Count); }
+
+void WeightedSums(const double* Weights, const double* Values, int Count, std::span<double> Results) {
+  WeightedSumsClones(Weights, Values, Count, Results);
+}
+
+void PlainSums(const double* Values, int Count, std::span<double> Results) { PlainSumsClones(Values, Count, Results); }
 
 }  // namespace ZORBase

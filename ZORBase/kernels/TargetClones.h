@@ -1,5 +1,6 @@
 // TargetClones: how a kernel asks for vector lanes.
-//   ZORBASE_TARGET_CLONES   before a function: compiled for the baseline and for AVX2, chosen when the program starts
+//   ZORBASE_TARGET_CLONES   before a function: compiled for the baseline and for AVX2, chosen when the program starts. It
+//                           stands in an unnamed namespace: g++ exports what else is cloned, whatever its visibility
 //   ZORBASE_INLINE          before a helper: always inlined, so that it is compiled for whatever its caller is
 //   ZORBASE_INDEPENDENT     before a loop: no turn writes what another one reads
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
