@@ -38,6 +38,8 @@ class TList {
   const T& Last() const { return (*this)[Count() - 1]; }  ///< the item Count-1
 
   void Add(const T& Value) { FItems.push_back(Value); }  ///< appends an item
+  /// Appends all Values, which are no items of this list.
+  void AddRange(std::span<const T> Values) { FItems.insert(FItems.end(), Values.begin(), Values.end()); }
 
   /// Inserts Value before the item Index; Index = Count appends.
   /// \throws the general error "List index out of bounds (N)" for an index outside 0..Count.
