@@ -1,5 +1,5 @@
-# Runs PROGRAM with the folder SCRATCH; fails unless it ends well and prints the text of the file EXPECTED.
-execute_process(COMMAND ${PROGRAM} ${SCRATCH} RESULT_VARIABLE status OUTPUT_VARIABLE printed ERROR_VARIABLE errors)
+# Runs PROGRAM with its one ARGUMENT; fails unless it ends well and prints the text of the file EXPECTED.
+execute_process(COMMAND ${PROGRAM} ${ARGUMENT} RESULT_VARIABLE status OUTPUT_VARIABLE printed ERROR_VARIABLE errors)
 file(READ ${EXPECTED} expected)
 if(NOT status STREQUAL "0")
   message(FATAL_ERROR "${PROGRAM} ended with ${status}\n${printed}${errors}")
