@@ -39,6 +39,13 @@ TEST(TList, StartsEmpty) {
   EXPECT_EQ(list.begin(), list.end());
 }
 
+TEST(TList, AddRangeAppendsAllInOrder) {
+  TDoubleList list = {1, 2};
+  list.AddRange(std::vector{3.0, 4.0, 5.0});
+  list.AddRange({});
+  EXPECT_THAT(list, testing::ElementsAre(1, 2, 3, 4, 5));
+}
+
 TEST(TList, AddAppendsAndInsertPutsBefore) {
   TList<int> list;
   list.Add(10);
