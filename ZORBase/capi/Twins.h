@@ -18,6 +18,7 @@ namespace ZORBase::capi {
     using Type = Outside;              \
   }
 
+ZORBASE_TWINS(zorbase_point2, TPoint2D);
 ZORBASE_TWINS(zorbase_point, TPoint3D);
 ZORBASE_TWINS(zorbase_pose, TPoint6D);
 ZORBASE_TWINS(zorbase_euler_pose, TEulerPoint);

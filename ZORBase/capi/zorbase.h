@@ -4,6 +4,7 @@
  *   poses.h      tool poses, lists of them, their text files
  *   curve.h      the smooth curve through poses: fit, evaluate, walk by arc length, closest place
  *   transform.h  transforms of poses; rotations and poses blended into each other
+ *   solve.h      least squares, planes and lines through points, surfaces through heights
  *   signal.h     spectra and low-pass filters of sampled signals
  *
  * Conventions
@@ -48,4 +49,5 @@
 #include <ZORBase/capi/zorbase/curve.h>
 #include <ZORBase/capi/zorbase/poses.h>
 #include <ZORBase/capi/zorbase/signal.h>
+#include <ZORBase/capi/zorbase/solve.h>
 #include <ZORBase/capi/zorbase/transform.h>

@@ -48,6 +48,11 @@ const
 type
   TZorbaseStatus = cint32;
 
+  TZorbasePoint2 = record
+    X, Y: Double;
+  end;
+  PZorbasePoint2 = ^TZorbasePoint2;
+
   TZorbasePoint = record
     X, Y, Z: Double;
   end;
@@ -82,6 +87,17 @@ type
     Pose: TZorbasePose;
   end;
 
+  TZorbasePlane = record
+    Size: csize_t;
+    A, B, C, D: Double;
+    Ratio: Double;
+  end;
+
+  TZorbaseLine = record
+    Size: csize_t;
+    A, B, C: Double;
+  end;
+
   TZorbaseFilterSettings = record
     Size: csize_t;
     Kind: cint32;
@@ -95,6 +111,8 @@ type
   TZorbasePoses = record end;
   PZorbaseCurve = ^TZorbaseCurve;
   TZorbaseCurve = record end;
+  PZorbaseSurface = ^TZorbaseSurface;
+  TZorbaseSurface = record end;
   PZorbaseSpectrum = ^TZorbaseSpectrum;
   TZorbaseSpectrum = record end;
   PZorbaseFilter = ^TZorbaseFilter;
@@ -112,6 +130,8 @@ function ZorbasePoseText(constref Pose: TZorbasePose; Digits: cint32): String;
 
 { Structs with their size set and everything else 0. }
 function NewZorbaseClosest: TZorbaseClosest;
+function NewZorbasePlane: TZorbasePlane;
+function NewZorbaseLine: TZorbaseLine;
 function NewZorbaseFilterSettings: TZorbaseFilterSettings;
 
 procedure MaskFloatingPointExceptions;
@@ -243,6 +263,24 @@ function zorbase_matrix_slerp_many(t: PDouble; count: csize_t; constref m1, m2: 
 function zorbase_pose_move(t: PDouble; count: csize_t; constref from, target: TZorbasePose;
   results: PZorbasePose): TZorbaseStatus; cdecl; external ZorbaseLibrary;
 
+{ solve.h }
+
+function zorbase_least_squares(a: PDouble; rows, columns: csize_t; layout: cint32; b, x: PDouble): TZorbaseStatus;
+  cdecl; external ZorbaseLibrary;
+function zorbase_fit_plane(points: PZorbasePoint; count: csize_t; var plane: TZorbasePlane): TZorbaseStatus;
+  cdecl; external ZorbaseLibrary;
+function zorbase_fit_line(points: PZorbasePoint2; count: csize_t; var line: TZorbaseLine): TZorbaseStatus;
+  cdecl; external ZorbaseLibrary;
+function zorbase_surface_create(out surface: PZorbaseSurface): TZorbaseStatus; cdecl; external ZorbaseLibrary;
+procedure zorbase_surface_destroy(surface: PZorbaseSurface); cdecl; external ZorbaseLibrary;
+function zorbase_surface_add(surface: PZorbaseSurface; samples: PZorbasePoint; count: csize_t): TZorbaseStatus;
+  cdecl; external ZorbaseLibrary;
+function zorbase_surface_solve(surface: PZorbaseSurface): TZorbaseStatus; cdecl; external ZorbaseLibrary;
+function zorbase_surface_height(surface: PZorbaseSurface; x, y: Double; out z: Double): TZorbaseStatus;
+  cdecl; external ZorbaseLibrary;
+function zorbase_surface_heights(surface: PZorbaseSurface; places: PZorbasePoint2; count: csize_t; z: PDouble):
+  TZorbaseStatus; cdecl; external ZorbaseLibrary;
+
 { signal.h }
 
 function zorbase_spectrum_create(out spectrum: PZorbaseSpectrum): TZorbaseStatus; cdecl; external ZorbaseLibrary;
@@ -303,6 +341,18 @@ end;
 function NewZorbaseClosest: TZorbaseClosest;
 begin
   Result := Default(TZorbaseClosest);
+  Result.Size := SizeOf(Result);
+end;
+
+function NewZorbasePlane: TZorbasePlane;
+begin
+  Result := Default(TZorbasePlane);
+  Result.Size := SizeOf(Result);
+end;
+
+function NewZorbaseLine: TZorbaseLine;
+begin
+  Result := Default(TZorbaseLine);
   Result.Size := SizeOf(Result);
 end;
 

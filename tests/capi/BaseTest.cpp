@@ -124,6 +124,7 @@ TEST(ZorbaseDestroy, TakesANullPointer) {
   zorbase_curve_destroy(nullptr);
   zorbase_spectrum_destroy(nullptr);
   zorbase_filter_destroy(nullptr);
+  zorbase_surface_destroy(nullptr);
 }
 
 TEST(ZorbaseArrays, MayBeNullWhereTheyAreEmptyAndHaveAtMost2To31Minus1Items) {

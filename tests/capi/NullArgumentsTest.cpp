@@ -197,5 +197,32 @@ TEST_F(NullArguments, OfSignalCallsAreNamed) {
   EXPECT_NULL(zorbase_filter_frequency_of(nullptr, 1, &number), "filter");
 }
 
+TEST_F(NullArguments, OfSolverCallsAreNamed) {
+  zorbase_surface* surface = nullptr;
+  ASSERT_TRUE(Good(zorbase_surface_create(&surface)));
+  const zorbase_point2 flat = {};
+  zorbase_plane plane = {};
+  zorbase_line line = {};
+  plane.size = sizeof plane;
+  line.size = sizeof line;
+  EXPECT_NULL(zorbase_least_squares(nullptr, 1, 1, 1, &number, &number), "a");
+  EXPECT_NULL(zorbase_least_squares(&number, 1, 1, 1, nullptr, &number), "b");
+  EXPECT_NULL(zorbase_least_squares(&number, 1, 1, 1, &number, nullptr), "x");
+  EXPECT_NULL(zorbase_fit_plane(nullptr, 1, &plane), "points");
+  EXPECT_NULL(zorbase_fit_plane(&point, 1, nullptr), "plane");
+  EXPECT_NULL(zorbase_fit_line(nullptr, 1, &line), "points");
+  EXPECT_NULL(zorbase_fit_line(&flat, 1, nullptr), "line");
+  EXPECT_NULL(zorbase_surface_create(nullptr), "surface");
+  EXPECT_NULL(zorbase_surface_add(nullptr, &point, 1), "surface");
+  EXPECT_NULL(zorbase_surface_add(surface, nullptr, 1), "samples");
+  EXPECT_NULL(zorbase_surface_solve(nullptr), "surface");
+  EXPECT_NULL(zorbase_surface_height(nullptr, 0, 0, &number), "surface");
+  EXPECT_NULL(zorbase_surface_height(surface, 0, 0, nullptr), "z");
+  EXPECT_NULL(zorbase_surface_heights(nullptr, &flat, 1, &number), "surface");
+  EXPECT_NULL(zorbase_surface_heights(surface, nullptr, 1, &number), "places");
+  EXPECT_NULL(zorbase_surface_heights(surface, &flat, 1, nullptr), "z");
+  zorbase_surface_destroy(surface);
+}
+
 }  // namespace
 }  // namespace ZORBase::Test

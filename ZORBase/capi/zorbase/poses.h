@@ -8,7 +8,12 @@ ZORBASE_BEGIN_C
 
 /* ---------------------------------------------------------------------------------------------- poses */
 
-/** A position in the caller's length unit. */
+/** A position in the plane, in the caller's length unit. */
+typedef struct zorbase_point2 {
+  double x, y;
+} zorbase_point2;
+
+/** A position in space. */
 typedef struct zorbase_point {
   double x, y, z;
 } zorbase_point;
