@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-packages.sh build lint
-mapfile -t sources < <(find ZORBase tools tests examples bench -name '*.h' -o -name '*.cpp')
+mapfile -t sources < <(find ZORBase tools tests examples bench -name '*.h' -o -name '*.cpp' -o -name '*.c')
 if [[ ${1:-} == --fix ]]; then
   clang-format -i "${sources[@]}"
 else
