@@ -2,6 +2,7 @@
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <exception>
 #include <new>
@@ -13,7 +14,7 @@ namespace {
 // A place of fixed size in every thread: a failure for want of memory has its text too, and nothing is left to free,
 // which would keep the library loaded until the thread ends.
 constexpr std::size_t kTextBytes = 2048;
-constinit thread_local char ErrorText[kTextBytes] = {};
+constinit thread_local std::array<char, kTextBytes> ErrorText{};
 
 // No struct of this interface will ever be this large: a size above is one that was not set.
 constexpr std::size_t kLargestStruct = 4096;
@@ -28,14 +29,14 @@ bool IsInsideCharacter(char Byte) { return (static_cast<unsigned char>(Byte) & 0
 // Appends a text to the one of this thread; cuts it, not inside a character, where it is too long.
 void AppendError(std::string_view Text) noexcept {
   constexpr std::string_view kEllipsis = "...";
-  const std::size_t used = std::strlen(ErrorText);
+  const std::size_t used = std::strlen(ErrorText.data());
   const std::size_t room = kTextBytes - 1 - used;
   std::size_t taken = Text.size();
   if (taken > room) {
     taken = room - std::min(room, kEllipsis.size());
     while (taken > 0 && IsInsideCharacter(Text[taken])) --taken;
   }
-  char* const end = std::copy_n(Text.data(), taken, ErrorText + used);
+  char* const end = std::copy_n(Text.data(), taken, ErrorText.data() + used);
   *end = '\0';
   if (taken < Text.size()) *std::copy_n(kEllipsis.data(), std::min(room, kEllipsis.size()), end) = '\0';
 }
@@ -76,7 +77,7 @@ zorbase_status StatusOfCaught(const char* Function) noexcept {
 
 void ForgetError() noexcept { ErrorText[0] = '\0'; }
 
-const char* CurrentError() noexcept { return ErrorText; }
+const char* CurrentError() noexcept { return ErrorText.data(); }
 
 int CheckedCount(std::size_t Count, std::string_view Name) {
   if (Count > static_cast<std::size_t>(INT_MAX)) {

@@ -149,7 +149,8 @@ TTwinOf<T> Twin(const T& Value) {
 template <class T>
 auto Twins(std::span<T> Values) {
   using TItem = std::conditional_t<std::is_const_v<T>, const TTwinOf<T>, TTwinOf<T>>;
-  static_assert(sizeof(TItem) == sizeof(T) && alignof(TItem) == alignof(T));
+  static_assert(sizeof(TItem) == sizeof(T));
+  static_assert(alignof(TItem) == alignof(T));
   static_assert(std::is_standard_layout_v<TItem> && std::is_trivially_copyable_v<TItem>);
   return std::span<TItem>(reinterpret_cast<TItem*>(Values.data()), Values.size());
 }

@@ -3,7 +3,7 @@
 #include <ZORBase/capi/Call.h>
 #include <ZORBase/common/uZORCommon.h>
 
-using namespace ZORBase;
+namespace capi = ZORBase::capi;
 
 const char* zorbase_last_error() noexcept { return capi::CurrentError(); }
 
@@ -11,10 +11,10 @@ int32_t zorbase_interface_version() noexcept { return ZORBASE_INTERFACE_VERSION;
 
 const char* zorbase_version() noexcept { return LibraryVersion(); }
 
-zorbase_status zorbase_start() noexcept { return capi::Call(__func__, Initialize); }
+zorbase_status zorbase_start() noexcept { return capi::Call(__func__, ZORBase::Initialize); }
 
-zorbase_status zorbase_stop() noexcept { return capi::Call(__func__, Finalize); }
+zorbase_status zorbase_stop() noexcept { return capi::Call(__func__, ZORBase::Finalize); }
 
 zorbase_status zorbase_set_log_enabled(int32_t enabled) noexcept {
-  return capi::Call(__func__, [&] { SetZORLogEnable(enabled != 0); });
+  return capi::Call(__func__, [&] { ZORBase::SetZORLogEnable(enabled != 0); });
 }

@@ -1,6 +1,8 @@
 /* base.h: what all calls share. The conventions stand in zorbase.h. */
 #pragma once
 
+/* C has its own ways, which the checks for C++ complain about. NOLINTBEGIN(modernize-*) */
+
 #include <ZORBase/common/Export.h>
 #include <stddef.h>
 #include <stdint.h>
@@ -16,7 +18,6 @@
 #define ZORBASE_NOEXCEPT
 #endif
 
-/* C has its own ways, which the checks for C++ complain about. NOLINTBEGIN(modernize-*) */
 ZORBASE_BEGIN_C
 
 /* ---------------------------------------------------------------------------------------------- statuses */

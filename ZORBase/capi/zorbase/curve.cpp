@@ -3,8 +3,10 @@
 #include <ZORBase/capi/Handles.h>
 #include <ZORBase/capi/Twins.h>
 
+// C functions stand outside of every namespace. NOLINTBEGIN(google-build-using-namespace)
 using namespace ZORBase;
 using namespace ZORBase::capi;
+// NOLINTEND(google-build-using-namespace)
 
 struct zorbase_curve {
   TNurbs6D Value;

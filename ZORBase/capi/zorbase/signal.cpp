@@ -4,8 +4,10 @@
 
 #include <memory>
 
+// C functions stand outside of every namespace. NOLINTBEGIN(google-build-using-namespace)
 using namespace ZORBase;
 using namespace ZORBase::capi;
+// NOLINTEND(google-build-using-namespace)
 
 struct zorbase_spectrum {
   TFFT Value;

@@ -6,8 +6,10 @@
 #include <array>
 #include <climits>
 
+// C functions stand outside of every namespace. NOLINTBEGIN(google-build-using-namespace)
 using namespace ZORBase;
 using namespace ZORBase::capi;
+// NOLINTEND(google-build-using-namespace)
 
 struct zorbase_surface {
   TV4Interpolator Value;

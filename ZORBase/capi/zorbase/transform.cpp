@@ -2,8 +2,10 @@
 #include <ZORBase/capi/Call.h>
 #include <ZORBase/capi/Twins.h>
 
+// C functions stand outside of every namespace. NOLINTBEGIN(google-build-using-namespace)
 using namespace ZORBase;
 using namespace ZORBase::capi;
+// NOLINTEND(google-build-using-namespace)
 
 namespace {
 
