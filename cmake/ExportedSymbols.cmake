@@ -1,6 +1,6 @@
 # Compares what LIBRARY exports, as NM lists it, with the file LIST; with UPDATE, writes that file instead. A line is a
-# demangled name, as g++ and clang++ agree on it: constants of classes are left out, for the compiler decides whether it keeps
-# one in memory, and whoever uses it has it from the header.
+# demangled name. Left out is what a compiler keeps or not, depending on how it optimises, because whoever uses it has it from
+# the header: constants of classes, and weak constructors, destructors and assignments.
 execute_process(COMMAND ${NM} --dynamic --defined-only --demangle ${LIBRARY}
   OUTPUT_VARIABLE symbols RESULT_VARIABLE status ERROR_VARIABLE trouble)
 if(NOT status EQUAL 0)
@@ -8,10 +8,11 @@ if(NOT status EQUAL 0)
 endif()
 string(REPLACE "> >" ">>" symbols "${symbols}")
 string(REPLACE "> >" ">>" symbols "${symbols}")
-string(REGEX REPLACE "(^|\n)[0-9a-f]+ [A-Za-z] " "\\1" symbols "${symbols}")
 string(STRIP "${symbols}" symbols)
 string(REPLACE "\n" ";" symbols "${symbols}")
 list(FILTER symbols EXCLUDE REGEX "::k[A-Z][A-Za-z0-9]*$")
+list(FILTER symbols EXCLUDE REGEX " W ZORBase::.*::(~?T[A-Z][A-Za-z0-9]*|operator=)\\(")
+list(TRANSFORM symbols REPLACE "^[0-9a-f]+ [A-Za-z] " "")
 list(REMOVE_DUPLICATES symbols)
 list(SORT symbols)
 
