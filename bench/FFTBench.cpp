@@ -60,9 +60,9 @@ void AmplitudesAndPhases(benchmark::State& State) {
   CountSamples(State);
 }
 
-BENCHMARK(CalFFT)->RangeMultiplier(4)->Range(1 << 6, 1 << 20);
-BENCHMARK(CalFFTPadded)->Arg(1 << 10)->Arg(1 << 16);
-BENCHMARK(PlainFFT)->RangeMultiplier(4)->Range(1 << 6, 1 << 20);
-BENCHMARK(AmplitudesAndPhases)->Arg(1 << 10);
+BENCHMARK(CalFFT)->Name("CalFFT/library")->RangeMultiplier(4)->Range(1 << 6, 1 << 20);
+BENCHMARK(CalFFTPadded)->Name("CalFFT, padded/library")->Arg(1 << 10)->Arg(1 << 16);
+BENCHMARK(PlainFFT)->Name("CalFFT/plain")->RangeMultiplier(4)->Range(1 << 6, 1 << 20);
+BENCHMARK(AmplitudesAndPhases)->Name("Amplitudes and phases/library")->Arg(1 << 10);
 
 }  // namespace

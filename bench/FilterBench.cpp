@@ -81,10 +81,22 @@ void FilterSpan(benchmark::State& State) {
 using ZORBase::TAverageLowPassFilter;
 using ZORBase::THammingLowPassFilter;
 
-BENCHMARK_TEMPLATE(FilterOneByOne, TPlainFilter)->Arg(5)->Arg(51)->Arg(501);
-BENCHMARK_TEMPLATE(FilterOneByOne, THammingLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
-BENCHMARK_TEMPLATE(FilterSpan, THammingLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
-BENCHMARK_TEMPLATE(FilterOneByOne, TAverageLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
-BENCHMARK_TEMPLATE(FilterSpan, TAverageLowPassFilter)->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterOneByOne, TPlainFilter)->Name("Filt, one sample, taps:/plain")->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterOneByOne, THammingLowPassFilter)
+    ->Name("Filt, one sample, taps:/library")
+    ->Arg(5)
+    ->Arg(51)
+    ->Arg(501);
+BENCHMARK_TEMPLATE(FilterSpan, THammingLowPassFilter)->Name("Filt, a row, taps:/library")->Arg(5)->Arg(51)->Arg(501);
+BENCHMARK_TEMPLATE(FilterOneByOne, TAverageLowPassFilter)
+    ->Name("Filt, one sample, average of:/library")
+    ->Arg(5)
+    ->Arg(51)
+    ->Arg(501);
+BENCHMARK_TEMPLATE(FilterSpan, TAverageLowPassFilter)
+    ->Name("Filt, a row, average of:/library")
+    ->Arg(5)
+    ->Arg(51)
+    ->Arg(501);
 
 }  // namespace

@@ -88,9 +88,9 @@ void SavePlain(benchmark::State& State) {
 }
 
 BENCHMARK(LoadPlain)->Name("load/plain")->Unit(benchmark::kMillisecond);
-BENCHMARK(LoadLibrary)->Name("load/LoadFromFile")->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadLibrary)->Name("load/library")->Unit(benchmark::kMillisecond);
 BENCHMARK(SavePlain)->Name("save/plain")->Unit(benchmark::kMillisecond);
-BENCHMARK(SaveLibrary)->Name("save/SaveToFile")->Unit(benchmark::kMillisecond);
+BENCHMARK(SaveLibrary)->Name("save/library")->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace ZORBase::Bench

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the benchmarks in Release and runs them; arguments go to Google Benchmark, e.g. --benchmark_filter=walk
+# Builds the benchmarks in Release and runs them; arguments go to Google Benchmark, e.g. --benchmark_filter=EvalPoint
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -339,8 +339,8 @@ inline void PlainSolveTridiagonal(int n, const TList<TPlainPose>& Q, const TPlai
   for (int i = n - 1; i >= 2; --i) P[i] = PlainDifference(P[i], PlainProduct(dd[i + 1], P[i + 1]));
 }
 
-/// The curve through at least four poses, no two neighbours of which are the same.
-inline TPlainCurve PlainFit(const TPoint6DList& Poses, TParalizeMethod Method) {
+/// The curve through at least four poses, no two neighbours of which are the same, without its table.
+inline TPlainCurve PlainFitWithoutTable(const TPoint6DList& Poses, TParalizeMethod Method) {
   const int n = Poses.Count() - 1;
   TList<TPlainPose> Q;
   for (const TPoint6D& pose : Poses) Q.Add(pose.ToArray());
@@ -363,6 +363,11 @@ inline TPlainCurve PlainFit(const TPoint6DList& Poses, TParalizeMethod Method) {
   P[n + 2] = Q[n];
   P[n + 1] = PlainDifference(Q[n], PlainProduct((1 - U[n + 2]) / 3, Dn));
   PlainSolveTridiagonal(n, Q, curve.Basis, P);
+  return curve;
+}
+
+inline TPlainCurve PlainFit(const TPoint6DList& Poses, TParalizeMethod Method) {
+  TPlainCurve curve = PlainFitWithoutTable(Poses, Method);
   curve.InitLengthByUArray();
   return curve;
 }

@@ -1,0 +1,58 @@
+#!/usr/bin/env python3
+"""Measures a kernel of SciPy on one thread; prints the processor time of a pass, the median of several, and its items.
+
+usage: peers.py KERNEL SIZE
+"""
+import json
+import os
+import statistics
+import sys
+import time
+
+for variable in ("OMP_NUM_THREADS", "OPENBLAS_NUM_THREADS"):
+    os.environ[variable] = "1"
+
+import numpy as np
+from scipy import interpolate
+
+PASSES = 5
+
+
+def path(count):
+    """Poses about 1 apart along a wavy path, like those of the C++ benchmarks, and their chord-length parameters."""
+    i = np.arange(count)
+    poses = np.stack([i + 0.2 * np.sin(1.7 * i), 5 * np.sin(0.2 * i), 3 * np.cos(0.13 * i),
+                      0.1 * np.sin(0.3 * i), 0.1 * np.cos(0.21 * i), np.full(count, 0.99)], axis=1)
+    steps = np.linalg.norm(np.diff(poses, axis=0), axis=1)
+    parameters = np.concatenate([[0.0], np.cumsum(steps)])
+    return parameters / parameters[-1], poses
+
+
+def evaluate_rising(spans):
+    """BSpline at rising parameters, all at once."""
+    spline = interpolate.make_interp_spline(*path(spans + 1), k=3)
+    parameters = np.arange(65536) / 65536
+    return len(parameters), lambda: spline(parameters)
+
+
+def fit(points):
+    """A cubic spline of six components; an item is a point."""
+    parameters, poses = path(points)
+    return points, lambda: interpolate.CubicSpline(parameters, poses, bc_type="natural")
+
+
+KERNELS = {"evaluate_rising": evaluate_rising, "fit": fit}
+
+
+def main():
+    items, work = KERNELS[sys.argv[1]](int(sys.argv[2]))
+    work()
+    seconds = []
+    for _ in range(PASSES):
+        start = time.process_time()
+        work()
+        seconds.append(time.process_time() - start)
+    print(json.dumps({"seconds": statistics.median(seconds), "items": items}))
+
+
+main()
