@@ -3,6 +3,7 @@
 //                           stands in an unnamed namespace: g++ exports what else is cloned, whatever its visibility
 //   ZORBASE_INLINE          before a helper: always inlined, so that it is compiled for whatever its caller is
 //   ZORBASE_INDEPENDENT     before a loop: no turn writes what another one reads
+//   ZORBASE_UNROLL          before a loop of at most 8 turns: written out turn by turn
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
 // No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
 // always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only; so it is
@@ -48,4 +49,10 @@
 #define ZORBASE_PREFETCH(P) __builtin_prefetch(P)
 #else
 #define ZORBASE_PREFETCH(P) static_cast<void>(P)
+#endif
+
+#if defined(__GNUC__) && !defined(__clang__)  // Clang does it unasked
+#define ZORBASE_UNROLL _Pragma("GCC unroll 8")
+#else
+#define ZORBASE_UNROLL
 #endif

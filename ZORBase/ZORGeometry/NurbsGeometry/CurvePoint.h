@@ -8,6 +8,8 @@
 #include <ZORBase/common/BaseServices/NumberText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/common/Cadtypes/TPoint2D.h>
+#include <ZORBase/kernels/CubicBasis.h>
+#include <ZORBase/kernels/CurveBlend.h>
 
 #include <array>
 #include <cstddef>
@@ -56,6 +58,19 @@ TPoint BlendPoints(std::span<const TPoint> P, int Span, std::span<const double, 
   return sum;
 }
 
+/// \return the same for the four points from P on, which all exist.
+inline TPoint2D BlendFour(const TPoint2D* P, const double* N) {
+  TPoint2D sum;
+  BlendPlane(&P->X, N, &sum.X);
+  return sum;
+}
+
+inline TPoint6D BlendFour(const TPoint6D* P, const double* N) {
+  TPoint6D sum;
+  BlendExtended(&P->X, N, &sum.X);
+  return sum;
+}
+
 template <class TPoint>
 [[noreturn]] void RaiseBeforeFirstKnot(double u) {
   RaiseGeneralError(CurveOperation<TPoint>("EvalPoint") + ": the parameter " + Format1033("%.17f", u) +
@@ -65,10 +80,23 @@ template <class TPoint>
 /// \return the point at u, which lies in the knot interval Span = FindSpan(u).
 /// \throws the general error for a u before the first knot.
 template <class TPoint>
-TPoint PointInSpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
+TPoint PointInAnySpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
   std::array<double, 4> N{};
   if (!Basis.BasicFuns(Span, u, N)) RaiseBeforeFirstKnot<TPoint>(u);
   return BlendPoints<TPoint>(P, Span, N);
+}
+
+/// The same where Basis.IsInside(u).
+template <class TPoint>
+TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
+  const TKnotDistances distances(Basis.uArr().data() + Span, u);
+  double N[4];
+  if (distances.IsWide()) {
+    BasisValues<true>(distances, N);
+  } else {
+    BasisValues<false>(distances, N);
+  }
+  return BlendFour(P.data() + (Span - TNurbsBasicFunc::kDegree), N);
 }
 
 /// \return FindSpan(u), for knots that do not fall. Guess is the knot interval where u is likely to lie: asking that is cheaper than searching.
@@ -85,8 +113,12 @@ template <class TPoint>
 TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int& Guess, double u) {
   if (u >= 1.0) return P.back();
   if (!(u > 0.0)) return P.front();
+  if (Basis.IsInside(u)) {
+    Guess = Basis.SpanInside(u);
+    return PointInside(Basis, P, Guess, u);
+  }
   Guess = SpanNear(Basis, Guess, u);
-  return PointInSpan(Basis, P, Guess, u);
+  return PointInAnySpan(Basis, P, Guess, u);
 }
 
 /// As above, without a guess.
@@ -101,9 +133,20 @@ template <class TPoint>
 void CurveDerivs(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double u, std::span<TPoint, 4> CK) {
   const double param = u < 0.0 ? 0.0 : (u >= 1.0 ? 1.0 : u);
   const int span = Basis.FindSpan(param);
-  Double2DArray nders{};
-  Basis.DersBasciFuns(span, param, TNurbsBasicFunc::kDegree, 3, nders);
-  for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendPoints<TPoint>(P, span, nders[k]);
+  Double2DArray nders;
+  if (Basis.IsInside(param)) {
+    const TKnotDistances distances(Basis.uArr().data() + span, param);
+    if (distances.IsWide()) {
+      BasisDerivatives<true>(distances, TNurbsBasicFunc::kDegree, 3, nders);
+    } else {
+      BasisDerivatives<false>(distances, TNurbsBasicFunc::kDegree, 3, nders);
+    }
+    const TPoint* const points = P.data() + (span - TNurbsBasicFunc::kDegree);
+    for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendFour(points, nders[k].data());
+  } else {
+    Basis.DersBasciFuns(span, param, TNurbsBasicFunc::kDegree, 3, nders);
+    for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendPoints<TPoint>(P, span, nders[k]);
+  }
 }
 
 /// \return the Bezier points of the curve over the knot interval Span, 3 to pCount - 1, which is not empty: its control points

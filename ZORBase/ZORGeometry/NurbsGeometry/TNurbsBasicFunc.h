@@ -3,8 +3,10 @@
 #include <ZORBase/common/BaseServices/TList.h>
 #include <ZORBase/common/BaseServices/TPersistent.h>
 #include <ZORBase/common/Export.h>
+#include <ZORBase/kernels/BucketIndex.h>
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -47,11 +49,20 @@ class ZORBASE_API TNurbsBasicFunc : public TPersistent {
   void CreateCross(std::span<const double> uVec, int count);
   ///@}
 
-  /// \return the index s of the span with U[s] <= u < U[s+1], by bisection; 0 for u before the first knot, the last span
-  ///         for u at or behind the last knot.
+  /// \return the index s of the span with U[s] <= u < U[s+1]; 0 for u before the first knot, the last span for u at or behind
+  ///         the last knot. Knots that rise from four equal ones to four equal ones, as a fit's do, are looked up in an index
+  ///         whose cost hardly depends on their number; others are bisected.
   /// \throws the general error for fewer than 8 knots, and where no inner span holds u (knots that fall, or a vector without
   ///         four equal knots at its ends).
-  int FindSpan(double u) const;
+  int FindSpan(double u) const { return IsInside(u) ? SpanInside(u) : BisectForSpan(u); }
+
+  /// \return whether u lies in [U[0], U[uCount-1]) of knots that rise from four equal ones to four equal ones, and are more than 8.
+  bool IsInside(double u) const { return FSpans.Covers(u); }
+  /// FindSpan of such a u.
+  int SpanInside(double u) const {
+    const double* const U = FKnots.data() + kDegree;
+    return kDegree + static_cast<int>(FSpans.Find([U](std::size_t i) { return U[i]; }, u));
+  }
 
   /// Gives the four cubic basis values with the indices i-3 to i at u in N[0..3]; they sum to 1 inside span i.
   /// Knots behind the last one count as the last one.
@@ -72,7 +83,11 @@ class ZORBASE_API TNurbsBasicFunc : public TPersistent {
   std::string_view ClassName() const override;
 
  private:
+  int BisectForSpan(double u) const;
+  void SetKnots(std::vector<double> Knots);
+
   std::vector<double> FKnots;
+  TBucketIndex FSpans;  // over U[3..uCount-4]; empty where the bisection has to be done step by step
 };
 
 }  // namespace ZORBase

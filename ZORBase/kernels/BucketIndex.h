@@ -1,0 +1,106 @@
+// BucketIndex: where a value stands among rising keys, in a time that hardly depends on their number. Internal.
+#pragma once
+
+#include <ZORBase/kernels/TargetClones.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace ZORBase {
+
+/// Divides the range of the keys into equal buckets and remembers for each the last key before it, so that a search begins at
+/// the right place and ends a key or two later. Keys that crowd in a bucket are searched by growing steps and halving.
+///
+/// The place of a value is unique, so it is that of any other search. The keys stay where they are: every call is given
+/// Key(i), which must answer as it did when the index was built.
+class TBucketIndex {
+ public:
+  /// Indexes Key(0) <= ... <= Key(Count - 1). Fewer than 3 keys, keys that fall or are not finite, and keys that are all the same
+  /// leave the index empty. Allocates 8 bytes a key. Cost O(Count).
+  template <class TKey>
+  void Build(std::size_t Count, TKey Key) {
+    Clear();
+    if (Count < 3 || Count >= std::numeric_limits<std::uint32_t>::max() || !IsRising(Count, Key)) return;
+    const double width = Key(Count - 1) - Key(0);
+    const double buckets = kBucketsPerKey * static_cast<double>(Count);
+    if (!(buckets / width < kSteepest)) return;
+    FLast = Count - 1;
+    FScale = buckets / width;
+    FFrom = Key(0);
+    Fill(static_cast<std::size_t>(buckets) + 1, Key);
+    FTo = Key(FLast);
+  }
+
+  void Clear() { *this = TBucketIndex(); }
+
+  /// \return whether Find has a place for X: Key(0) <= X < Key(Count - 1). Nothing is covered by an empty index, nor is NaN.
+  bool Covers(double X) const { return X >= FFrom && X < FTo; }
+
+  /// \return the one place i with Key(i) <= X < Key(i + 1), for an X that is covered.
+  template <class TKey>
+  ZORBASE_INLINE std::size_t Find(TKey Key, double X) const {
+    const std::size_t first = FFirst[Bucket(X)];
+    // Both comparisons at once: a branch on either would be guessed wrong half the time.
+    const std::size_t place = first + static_cast<std::size_t>(Key(first + 1) <= X) +  //
+                              static_cast<std::size_t>(Key(first + 2) <= X);
+    return Key(place + 1) <= X ? FindFrom(place + 1, Key, X) : place;
+  }
+
+ private:
+  static constexpr double kBucketsPerKey = 2.0;
+  // Keys over so small a range are not worth their overflows.
+  static constexpr double kSteepest = 1e300;
+
+  template <class TKey>
+  static bool IsRising(std::size_t Count, TKey& Key) {
+    if (!std::isfinite(Key(0)) || !std::isfinite(Key(Count - 1)) || !(Key(0) < Key(Count - 1))) return false;
+    bool isRising = true;
+    for (std::size_t i = 0; i + 1 < Count; ++i) isRising &= Key(i) <= Key(i + 1);
+    return isRising;
+  }
+
+  // Does not fall when X rises, which is all that the search relies on.
+  std::size_t Bucket(double X) const { return static_cast<std::size_t>((X - FFrom) * FScale); }
+
+  // First[b] is the last key that lies in a bucket before b, or an earlier one: two keys after it exist.
+  template <class TKey>
+  void Fill(std::size_t Buckets, TKey& Key) {
+    FFirst.resize(Buckets + 1);
+    std::size_t bucket = 0;
+    for (std::size_t i = 0; i + 2 < FLast; ++i) {
+      // Every bucket up to that of the next key begins its search at i.
+      for (const std::size_t end = Bucket(Key(i + 1)); bucket <= end; ++bucket) {
+        FFirst[bucket] = static_cast<std::uint32_t>(i);
+      }
+    }
+    for (; bucket <= Buckets; ++bucket) FFirst[bucket] = static_cast<std::uint32_t>(FLast - 2);
+  }
+
+  // As Find, where Key(Low) <= X.
+  template <class TKey>
+  std::size_t FindFrom(std::size_t Low, TKey& Key, double X) const {
+    std::size_t step = 1;
+    while (FLast - Low > step && Key(Low + step) <= X) {
+      Low += step;
+      step *= 2;
+    }
+    std::size_t high = std::min(Low + step, FLast);
+    while (high - Low > 1) {
+      const std::size_t middle = Low + (high - Low) / 2;
+      (Key(middle) <= X ? Low : high) = middle;
+    }
+    return Low;
+  }
+
+  std::vector<std::uint32_t> FFirst;
+  std::size_t FLast = 0;
+  double FFrom = 0.0;
+  double FTo = 0.0;
+  double FScale = 0.0;
+};
+
+}  // namespace ZORBase
