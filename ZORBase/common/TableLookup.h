@@ -1,6 +1,7 @@
 // TableLookup: finding a value in a table whose rows rise, and interpolating between two rows.
 //   FindRow       the row at or before a value, by bisection
 //   FindRowFrom   the same, starting where the last search ended
+//   FindRowAt     the same, where it is known between which rows the value stands
 //   HermiteStep   the cubic between two rows with given slopes
 #pragma once
 
@@ -58,6 +59,29 @@ TRowPlace FindRowFrom(int Start, int Count, TKey&& Key, double Value) {
   constexpr Extended margin = 2 * kRowTolerance;
   const bool isClear = high == low + 1 && Key(low) + margin <= Value && Value <= Key(high) - margin;
   return isClear ? TRowPlace{low, true} : FindRow(Count, Key, Value);
+}
+
+/// As FindRow for keys that rise, where Key(Place) <= Value < Key(Place + 1). Takes the steps of the bisection without looking
+/// at the rows: on which side of the value a row lies is known, and only its neighbours can be within the tolerance.
+template <class TKey>
+TRowPlace FindRowAt(int Place, int Count, TKey&& Key, double Value) {
+  if (Key(0) + kRowTolerance > Value) return {0, false};
+  if (Key(Count - 1) - kRowTolerance < Value) return {Count - 1, false};
+  const auto isNear = [&](int Row) { return std::fabs(static_cast<Extended>(Key(Row)) - Value) < kRowTolerance; };
+  int firstNear = Place + 1;
+  int lastNear = Place;
+  while (firstNear > 0 && isNear(firstNear - 1)) --firstNear;
+  while (lastNear < Count - 1 && isNear(lastNear + 1)) ++lastNear;
+  int firstNotBelow = Place + 1;
+  while (firstNotBelow > 0 && Key(firstNotBelow - 1) >= Value) --firstNotBelow;
+  int low = 0;
+  int high = Count - 1;
+  while (high - low > 1) {
+    const int middle = low + (high - low) / 2;
+    if (firstNear <= middle && middle <= lastNear) return {middle, false};
+    (middle >= firstNotBelow ? high : low) = middle;
+  }
+  return {low, true};
 }
 
 /// \return the value at X of the cubic that has the values Y0, Y1 and the slopes M0, M1 at X0, X1.

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace ZORBase {
@@ -20,14 +21,14 @@ namespace ZORBase {
 class TBucketIndex {
  public:
   /// Indexes Key(0) <= ... <= Key(Count - 1). Fewer than 3 keys, keys that fall or are not finite, and keys that are all the same
-  /// leave the index empty. Allocates 8 bytes a key. Cost O(Count).
+  /// leave the index empty. Allocates 4 bytes a bucket. Cost O(Count).
   template <class TKey>
-  void Build(std::size_t Count, TKey Key) {
+  void Build(std::size_t Count, TKey Key, double BucketsPerKey = 2.0) {
     Clear();
     if (Count < 3 || Count >= std::numeric_limits<std::uint32_t>::max() || !IsRising(Count, Key)) return;
     const double width = Key(Count - 1) - Key(0);
-    const double buckets = kBucketsPerKey * static_cast<double>(Count);
-    if (!(buckets / width < kSteepest)) return;
+    const double buckets = BucketsPerKey * static_cast<double>(Count);
+    if (!std::isfinite(width) || !(buckets / width < kSteepest)) return;
     FLast = Count - 1;
     FScale = buckets / width;
     FFrom = Key(0);
@@ -36,6 +37,26 @@ class TBucketIndex {
   }
 
   void Clear() { *this = TBucketIndex(); }
+
+  TBucketIndex() = default;
+  TBucketIndex(const TBucketIndex&) = default;
+  TBucketIndex& operator=(const TBucketIndex&) = default;
+  /// What is moved from is empty, as the keys that are moved with it are.
+  TBucketIndex(TBucketIndex&& Other) noexcept
+      : FFirst(std::move(Other.FFirst)),
+        FLast(std::exchange(Other.FLast, 0)),
+        FFrom(Other.FFrom),
+        FTo(std::exchange(Other.FTo, Other.FFrom)),
+        FScale(Other.FScale) {}
+  TBucketIndex& operator=(TBucketIndex&& Other) noexcept {
+    TBucketIndex taken(std::move(Other));
+    std::swap(FFirst, taken.FFirst);
+    FLast = taken.FLast;
+    FFrom = taken.FFrom;
+    FTo = taken.FTo;
+    FScale = taken.FScale;
+    return *this;
+  }
 
   /// \return whether Find has a place for X: Key(0) <= X < Key(Count - 1). Nothing is covered by an empty index, nor is NaN.
   bool Covers(double X) const { return X >= FFrom && X < FTo; }
@@ -47,11 +68,12 @@ class TBucketIndex {
     // Both comparisons at once: a branch on either would be guessed wrong half the time.
     const std::size_t place = first + static_cast<std::size_t>(Key(first + 1) <= X) +  //
                               static_cast<std::size_t>(Key(first + 2) <= X);
-    return Key(place + 1) <= X ? FindFrom(place + 1, Key, X) : place;
+    if (Key(place + 1) <= X) [[unlikely]]
+      return FindFrom(place + 1, Key, X);
+    return place;
   }
 
  private:
-  static constexpr double kBucketsPerKey = 2.0;
   // Keys over so small a range are not worth their overflows.
   static constexpr double kSteepest = 1e300;
 
@@ -64,7 +86,9 @@ class TBucketIndex {
   }
 
   // Does not fall when X rises, which is all that the search relies on.
-  std::size_t Bucket(double X) const { return static_cast<std::size_t>((X - FFrom) * FScale); }
+  std::size_t Bucket(double X) const {
+    return static_cast<std::size_t>(static_cast<std::int64_t>((X - FFrom) * FScale));
+  }
 
   // First[b] is the last key that lies in a bucket before b, or an earlier one: two keys after it exist.
   template <class TKey>
@@ -82,7 +106,7 @@ class TBucketIndex {
 
   // As Find, where Key(Low) <= X.
   template <class TKey>
-  std::size_t FindFrom(std::size_t Low, TKey& Key, double X) const {
+  ZORBASE_NOINLINE std::size_t FindFrom(std::size_t Low, TKey& Key, double X) const {
     std::size_t step = 1;
     while (FLast - Low > step && Key(Low + step) <= X) {
       Low += step;

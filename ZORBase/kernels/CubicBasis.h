@@ -10,8 +10,7 @@
 
 #include <array>
 #include <cmath>
-#include <cstddef>
-#include <utility>
+#include <type_traits>
 
 namespace ZORBase {
 
@@ -25,14 +24,13 @@ inline double SafeQuotient(double Denominator, double Numerator) {
 
 /// Left[j] = u - U[i+1-j] and Right[j] = U[i+j] - u, j = 1..3, for the knot interval i.
 struct TKnotDistances {
-  std::array<double, 4> Left;
-  std::array<double, 4> Right;
+  double Left[4];
+  double Right[4];
 
   /// U points to the knot i; the knots i-2 to i+3 exist.
-  ZORBASE_INLINE TKnotDistances(const double* U, double u)
-      : Left{0.0, u - U[0], u - U[-1], u - U[-2]}, Right{0.0, U[1] - u, U[2] - u, U[3] - u} {}
-  constexpr TKnotDistances(const std::array<double, 4>& ALeft, const std::array<double, 4>& ARight)
-      : Left(ALeft), Right(ARight) {}
+  ZORBASE_INLINE static TKnotDistances Create(const double* U, double u) {
+    return {{0.0, u - U[0], u - U[-1], u - U[-2]}, {0.0, U[1] - u, U[2] - u, U[3] - u}};
+  }
 
   /// With knots that rise and u inside the interval no distance is negative, so that Right[1] + Left[1] is the smallest
   /// denominator of the recursion. When it is large enough, all are.
@@ -45,79 +43,76 @@ ZORBASE_INLINE double KnotQuotient(double Denominator, double Numerator) {
   return IsWide ? Numerator / Denominator : SafeQuotient(Denominator, Numerator);
 }
 
+/// Step(From), ..., Step(To), each with its number as a constant.
+template <int From, int To, class TStep>
+ZORBASE_INLINE void ForEach(TStep Step) {
+  if constexpr (From <= To) {
+    Step(std::integral_constant<int, From>());
+    ForEach<From + 1, To>(Step);
+  }
+}
+
 /// Gives the basis values with the indices i-3 to i in N[0..3].
 /// IsWide: D.IsWide(), the knots rise and u is inside the interval; the values are the same either way.
 template <bool IsWide>
 ZORBASE_INLINE void BasisValues(const TKnotDistances& D, double* N) {
-  const auto& [left, right] = D;
   N[0] = 1.0;
-  const auto raise = [&](std::size_t j) {
+  ForEach<1, 3>([&](auto j) ZORBASE_INLINE_LAMBDA {
     double saved = 0.0;
-    for (std::size_t r = 0; r < j; ++r) {
-      const double temp = KnotQuotient<IsWide>(right[r + 1] + left[j - r], N[r]);
+    ForEach<0, j - 1>([&](auto r) ZORBASE_INLINE_LAMBDA {
+      const double temp = KnotQuotient<IsWide>(D.Right[r + 1] + D.Left[j - r], N[r]);
       // What is added to 0 in a wide interval is never -0, and so stays as it is.
-      N[r] = IsWide && r == 0 ? right[r + 1] * temp : saved + right[r + 1] * temp;
-      saved = left[j - r] * temp;
-    }
+      N[r] = IsWide && r == 0 ? D.Right[r + 1] * temp : saved + D.Right[r + 1] * temp;
+      saved = D.Left[j - r] * temp;
+    });
     N[j] = saved;
-  };
-  raise(1);
-  raise(2);
-  raise(3);
+  });
 }
 
 /// Gives the derivatives 0 to n of the basis functions of degree p, n <= p <= 3, in Ders[k][j], k = 0..n, j = 0..p: the two-table
-/// scheme. ndu holds the basis functions in its upper triangle and the knot differences in its lower one. With constant p
-/// and n it unrolls to straight lines.
-template <bool IsWide>
-ZORBASE_INLINE void BasisDerivatives(const TKnotDistances& D, int p, int n, std::array<std::array<double, 4>, 4>& Ders) {
-  const auto& [left, right] = D;
-  double ndu[4][4] = {};
+/// scheme. ndu holds the basis functions in its upper triangle and the knot differences in its lower one.
+template <bool IsWide, int p, int n>
+ZORBASE_INLINE void BasisDerivatives(const TKnotDistances& D, std::array<std::array<double, 4>, 4>& Ders) {
+  double ndu[4][4];
   ndu[0][0] = 1.0;
-  ZORBASE_UNROLL
-  for (int j = 1; j <= p; ++j) {
+  ForEach<1, p>([&](auto j) ZORBASE_INLINE_LAMBDA {
     double saved = 0.0;
-    ZORBASE_UNROLL
-    for (int r = 0; r < j; ++r) {
-      ndu[j][r] = right[static_cast<std::size_t>(r + 1)] + left[static_cast<std::size_t>(j - r)];
+    ForEach<0, j - 1>([&](auto r) ZORBASE_INLINE_LAMBDA {
+      ndu[j][r] = D.Right[r + 1] + D.Left[j - r];
       const double temp = KnotQuotient<IsWide>(ndu[j][r], ndu[r][j - 1]);
-      ndu[r][j] = saved + right[static_cast<std::size_t>(r + 1)] * temp;
-      saved = left[static_cast<std::size_t>(j - r)] * temp;
-    }
+      ndu[r][j] = saved + D.Right[r + 1] * temp;
+      saved = D.Left[j - r] * temp;
+    });
     ndu[j][j] = saved;
-  }
-  ZORBASE_UNROLL
-  for (int j = 0; j <= p; ++j) Ders[0][static_cast<std::size_t>(j)] = ndu[j][p];
-  ZORBASE_UNROLL
-  for (int r = 0; r <= p; ++r) {
+  });
+  ForEach<0, p>([&](auto j) ZORBASE_INLINE_LAMBDA { Ders[0][j] = ndu[j][p]; });
+  ForEach<0, p>([&](auto r) ZORBASE_INLINE_LAMBDA {
     double a[2][4] = {{1.0}};
     double factor = p;  // p! / (p - k)!
-    ZORBASE_UNROLL
-    for (int k = 1; k <= n; ++k) {
-      const int s1 = (k - 1) % 2;
-      const int s2 = k % 2;
-      const int rk = r - k;
-      const int pk = p - k;
+    ForEach<1, n>([&](auto k) ZORBASE_INLINE_LAMBDA {
+      constexpr int s1 = (k - 1) % 2;
+      constexpr int s2 = k % 2;
+      constexpr int rk = r - k;
+      constexpr int pk = p - k;
       double d = 0.0;
-      if (r >= k) {
+      if constexpr (r >= k) {
         a[s2][0] = KnotQuotient<IsWide>(ndu[pk + 1][rk], a[s1][0]);
         d = a[s2][0] * ndu[rk][pk];
       }
-      const int j1 = rk < -1 ? -rk : 1;
-      const int j2 = pk < r - 1 ? p - r : k - 1;
-      ZORBASE_UNROLL
-      for (int j = j1; j <= j2; ++j) {
+      constexpr int j1 = rk < -1 ? -rk : 1;
+      constexpr int j2 = pk < r - 1 ? p - r : k - 1;
+      ForEach<j1, j2>([&](auto j) ZORBASE_INLINE_LAMBDA {
         a[s2][j] = KnotQuotient<IsWide>(ndu[pk + 1][rk + j], a[s1][j] - a[s1][j - 1]);
         d += a[s2][j] * ndu[rk + j][pk];
-      }
-      if (r <= pk) {
+      });
+      if constexpr (r <= pk) {
         a[s2][k] = -KnotQuotient<IsWide>(ndu[pk + 1][r], a[s1][k - 1]);
         d += a[s2][k] * ndu[r][pk];
       }
-      Ders[static_cast<std::size_t>(k)][static_cast<std::size_t>(r)] = d * factor;
+      Ders[k][r] = d * factor;
       factor *= pk;
-    }
-  }
+    });
+  });
 }
 
 }  // namespace ZORBase

@@ -2,6 +2,8 @@
 //   ZORBASE_TARGET_CLONES   before a function: compiled for the baseline and for AVX2, chosen when the program starts. It
 //                           stands in an unnamed namespace: g++ exports what else is cloned, whatever its visibility
 //   ZORBASE_INLINE          before a helper: always inlined, so that it is compiled for whatever its caller is
+//   ZORBASE_INLINE_LAMBDA   between the parameters and the body of a lambda: the same
+//   ZORBASE_NOINLINE        before a function: kept out of the way of its caller's straight path
 //   ZORBASE_INDEPENDENT     before a loop: no turn writes what another one reads
 //   ZORBASE_UNROLL          before a loop of at most 8 turns: written out turn by turn
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
@@ -29,10 +31,16 @@
 
 #if defined(__GNUC__)
 #define ZORBASE_INLINE [[gnu::always_inline]] inline
+#define ZORBASE_INLINE_LAMBDA __attribute__((always_inline))
+#define ZORBASE_NOINLINE [[gnu::noinline]]
 #elif defined(_MSC_VER)
 #define ZORBASE_INLINE __forceinline
+#define ZORBASE_INLINE_LAMBDA
+#define ZORBASE_NOINLINE __declspec(noinline)
 #else
 #define ZORBASE_INLINE inline
+#define ZORBASE_INLINE_LAMBDA
+#define ZORBASE_NOINLINE
 #endif
 
 #if defined(__clang__)

@@ -5,6 +5,7 @@
 #include <rapidcheck/gtest.h>
 #include <algorithm>
 #include <limits>
+#include <random>
 #include <utility>
 #include <vector>
 
@@ -145,6 +146,31 @@ TEST(HermiteStep, ReproducesACubic) {
 TEST(HermiteStep, GivesTheEndValuesExactly) {
   EXPECT_EQ(HermiteStep(0.1, 0.1, 0.7, 3.3, -4.4, 100, 1000), 3.3);
   EXPECT_EQ(HermiteStep(0.7, 0.1, 0.7, 3.3, -4.4, 100, 1000), -4.4);
+}
+
+// Keys as close as 3e-8, so that several rows are within the tolerance at once; some are repeated.
+TEST(FindRowAt, TakesTheStepsOfTheBisection) {
+  std::mt19937_64 random(20240709);
+  const auto unit = [&] { return static_cast<double>(random() >> 11U) * 0x1p-53; };
+  for (const std::size_t count : {3U, 4U, 10U, 500U}) {
+    for (const double spacing : {3e-8, 1e-7, 3e-7, 1.0}) {
+      std::vector<double> keys = {0.0};
+      while (keys.size() < count) keys.push_back(keys.back() + (random() % 4 == 0 ? 0.0 : spacing * unit()));
+      keys.push_back(keys.back() + spacing);
+      for (int i = 0; i < 3000; ++i) {
+        const double near = keys[random() % keys.size()];
+        for (const double value :
+             {near, near + 3e-7 * (unit() - 0.5), near + 1e-7, near - 1e-7, keys.back() * unit()}) {
+          const auto above = std::upper_bound(keys.begin(), keys.end(), value);
+          if (above == keys.begin() || above == keys.end()) continue;
+          const TRowPlace place = FindRowAt(
+              static_cast<int>(above - keys.begin()) - 1, static_cast<int>(keys.size()),
+              [&](int Row) { return keys.at(static_cast<std::size_t>(Row)); }, value);
+          ASSERT_EQ(TPlace(place.Row, place.Between), FindStepByStep(keys, value)) << value << " in " << keys.size();
+        }
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -2,9 +2,10 @@
 
 #include <ZORBase/ZORGeometry/NurbsGeometry/CurvePoint.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/kernels/CubicBasis.h>
+#include <ZORBase/kernels/CurveBlend.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numeric>
 #include <string>
@@ -45,11 +46,20 @@ void SpreadBySteps(std::span<const double> Steps, double Total, std::span<double
 
 // ---------------------------------------------------------------------------------------------- refusals
 
+// Whether no component is so large, nor missing, that the length has to be formed to tell.
+template <class TPoint>
+bool IsSurelyMeasurable(const TPoint& P) {
+  constexpr double kLargest = 1e100;
+  bool isSmall = true;
+  for (std::size_t c = 0; c < sizeof(TPoint) / sizeof(double); ++c) isSmall &= std::fabs((&P.X)[c]) <= kLargest;
+  return isSmall;
+}
+
 template <class TPoint>
 void RequireMeasurable(std::span<const TPoint> Q) {
   for (std::size_t i = 0; i < Q.size(); ++i) {
     // Twice its length bounds the distance from any point that is not longer.
-    if (std::isfinite((Q[i] * 2.0).Mag())) continue;
+    if (IsSurelyMeasurable(Q[i]) || std::isfinite((Q[i] * 2.0).Mag())) continue;
     RaiseGeneralError(CurveOperation<TPoint>("CreateCross") + ": point " + std::to_string(i) +
                       " (counted from 0) is not finite, or too large for its length to be measured");
   }
@@ -72,6 +82,14 @@ void RequireWideSpans(std::span<const double> Params) {
     if (Params[k + 1] - Params[k] < kNarrowestSpan) RaiseTooClose<TPoint>(k);
   }
 }
+
+// To = (P - A Q) / Pivot and To = P - A Q, by the arithmetic of the points.
+void Eliminate(const TPoint2D& P, double A, const TPoint2D& Q, double Pivot, TPoint2D& To) { To = (P - A * Q) / Pivot; }
+void Eliminate(const TPoint2D& P, double A, const TPoint2D& Q, TPoint2D& To) { To = P - A * Q; }
+void Eliminate(const TPoint6D& P, double A, const TPoint6D& Q, double Pivot, TPoint6D& To) {
+  StoreEliminated(&P.X, A, &Q.X, 1.0 / Pivot, &To.X);
+}
+void Eliminate(const TPoint6D& P, double A, const TPoint6D& Q, TPoint6D& To) { StoreEliminated(&P.X, A, &Q.X, &To.X); }
 
 // The two outer control points at either end: the end point itself, and a third of the end tangent from it.
 template <class TPoint>
@@ -115,28 +133,27 @@ void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> 
     RaiseGeneralError(CurveOperation<TPoint>("SolveTridiagonal") +
                       ": n is below 3, or the points, knots or control points do not reach for it");
   }
-  TNurbsBasicFunc basis;
-  basis.CreateCross(U, n + 7);
   std::vector<double> dd(last + 1);
   std::vector<TPoint> reduced(last + 1);  // right sides; P is written once every pivot has proved good
-  std::array<double, 4> abc{};
+  double abc[4];
   double den = 0.0;
   // Row i belongs to the point Q[i-1] at its parameter U[i+2]; its pivot vanishes when Q[i] follows too closely.
   const auto startRow = [&](std::size_t i) {
-    basis.BasicFuns(static_cast<int>(i) + 2, U[i + 2], abc);
+    BasisValues<false>(TKnotDistances::Create(&U[i + 2], U[i + 2]), abc);
     den = abc[1] - abc[0] * dd[i];
     if (den == 0.0 || !std::isfinite(den)) RaiseTooClose<TPoint>(i - 1);
   };
   startRow(2);
-  reduced[2] = (Q[1] - abc[0] * P[1]) / den;
+  Eliminate(Q[1], abc[0], P[1], den, reduced[2]);
   for (std::size_t i = 3; i <= last; ++i) {
     dd[i] = abc[2] / den;
     startRow(i);
-    const TPoint right = i < last ? Q[i - 1] : Q[i - 1] - abc[2] * P[i + 1];
-    reduced[i] = (right - abc[0] * reduced[i - 1]) / den;
+    TPoint right = Q[i - 1];
+    if (i == last) Eliminate(Q[i - 1], abc[2], P[i + 1], right);
+    Eliminate(right, abc[0], reduced[i - 1], den, reduced[i]);
   }
   P[last] = reduced[last];
-  for (std::size_t i = last - 1; i >= 2; --i) P[i] = reduced[i] - dd[i + 1] * P[i + 1];
+  for (std::size_t i = last - 1; i >= 2; --i) Eliminate(reduced[i], dd[i + 1], P[i + 1], P[i]);
 }
 
 template <class TPoint>

@@ -12,6 +12,7 @@
 #include <ZORBase/kernels/CurveBlend.h>
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <span>
 #include <string>
@@ -41,9 +42,12 @@ std::string CurveOperation(std::string_view Operation) {
   return std::string(TCurveKind<TPoint>::kClassName) + "." + std::string(Operation);
 }
 
-template <class TPoint>
-double Distance(const TPoint& P, const TPoint& Q) {
-  return (P - Q).Mag();
+/// (P - Q).Mag()
+inline double Distance(const TPoint2D& P, const TPoint2D& Q) { return (P - Q).Mag(); }
+inline double Distance(const TPoint6D& P, const TPoint6D& Q) {
+  double squared = 0.0;
+  StoreSquaredDistance(&P.X, &Q.X, squared);
+  return std::sqrt(squared);
 }
 
 /// \return the sum of Weights[r] * P[Span - 3 + r], r = 0..3, over the control points that exist.
@@ -58,18 +62,10 @@ TPoint BlendPoints(std::span<const TPoint> P, int Span, std::span<const double, 
   return sum;
 }
 
-/// \return the same for the four points from P on, which all exist.
-inline TPoint2D BlendFour(const TPoint2D* P, const double* N) {
-  TPoint2D sum;
-  BlendPlane(&P->X, N, &sum.X);
-  return sum;
-}
-
-inline TPoint6D BlendFour(const TPoint6D* P, const double* N) {
-  TPoint6D sum;
-  BlendExtended(&P->X, N, &sum.X);
-  return sum;
-}
+/// Gives the same of the four points from P on, which all exist. The sum is written where it is wanted: to copy what the
+/// extended unit has just stored is slow.
+ZORBASE_INLINE void BlendFour(const TPoint2D* P, const double* N, TPoint2D& Sum) { BlendPlane(&P->X, N, &Sum.X); }
+ZORBASE_INLINE void BlendFour(const TPoint6D* P, const double* N, TPoint6D& Sum) { BlendExtended(&P->X, N, &Sum.X); }
 
 template <class TPoint>
 [[noreturn]] void RaiseBeforeFirstKnot(double u) {
@@ -88,15 +84,15 @@ TPoint PointInAnySpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, i
 
 /// The same where Basis.IsInside(u).
 template <class TPoint>
-TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
-  const TKnotDistances distances(Basis.uArr().data() + Span, u);
+ZORBASE_INLINE TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
+  const TKnotDistances distances = TKnotDistances::Create(Basis.uArr().data() + Span, u);
+  if (!distances.IsWide()) [[unlikely]]
+    return PointInAnySpan(Basis, P, Span, u);
   double N[4];
-  if (distances.IsWide()) {
-    BasisValues<true>(distances, N);
-  } else {
-    BasisValues<false>(distances, N);
-  }
-  return BlendFour(P.data() + (Span - TNurbsBasicFunc::kDegree), N);
+  BasisValues<true>(distances, N);
+  TPoint sum;
+  BlendFour(P.data() + (Span - TNurbsBasicFunc::kDegree), N, sum);
+  return sum;
 }
 
 /// \return FindSpan(u), for knots that do not fall. Guess is the knot interval where u is likely to lie: asking that is cheaper than searching.
@@ -113,19 +109,22 @@ template <class TPoint>
 TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int& Guess, double u) {
   if (u >= 1.0) return P.back();
   if (!(u > 0.0)) return P.front();
-  if (Basis.IsInside(u)) {
-    Guess = Basis.SpanInside(u);
-    return PointInside(Basis, P, Guess, u);
-  }
   Guess = SpanNear(Basis, Guess, u);
-  return PointInAnySpan(Basis, P, Guess, u);
+  return Basis.IsInside(u) ? PointInside(Basis, P, Guess, u) : PointInAnySpan(Basis, P, Guess, u);
+}
+
+template <class TPoint>
+ZORBASE_NOINLINE TPoint CurvePointAnywhere(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double u) {
+  int anywhere = 0;
+  return CurvePoint(Basis, P, anywhere, u);
 }
 
 /// As above, without a guess.
 template <class TPoint>
-TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double u) {
-  int anywhere = 0;
-  return CurvePoint(Basis, P, anywhere, u);
+ZORBASE_INLINE TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double u) {
+  if (u > 0.0 && u < 1.0 && Basis.IsInside(u)) [[likely]]
+    return PointInside(Basis, P, Basis.SpanInside(u), u);
+  return CurvePointAnywhere(Basis, P, u);
 }
 
 /// Gives the point and its first to third derivatives with respect to u, clamped to [0, 1], in CK[0..3].
@@ -135,14 +134,14 @@ void CurveDerivs(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, double
   const int span = Basis.FindSpan(param);
   Double2DArray nders;
   if (Basis.IsInside(param)) {
-    const TKnotDistances distances(Basis.uArr().data() + span, param);
+    const TKnotDistances distances = TKnotDistances::Create(Basis.uArr().data() + span, param);
     if (distances.IsWide()) {
-      BasisDerivatives<true>(distances, TNurbsBasicFunc::kDegree, 3, nders);
+      BasisDerivatives<true, TNurbsBasicFunc::kDegree, 3>(distances, nders);
     } else {
-      BasisDerivatives<false>(distances, TNurbsBasicFunc::kDegree, 3, nders);
+      BasisDerivatives<false, TNurbsBasicFunc::kDegree, 3>(distances, nders);
     }
     const TPoint* const points = P.data() + (span - TNurbsBasicFunc::kDegree);
-    for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendFour(points, nders[k].data());
+    for (std::size_t k = 0; k < CK.size(); ++k) BlendFour(points, nders[k].data(), CK[k]);
   } else {
     Basis.DersBasciFuns(span, param, TNurbsBasicFunc::kDegree, 3, nders);
     for (std::size_t k = 0; k < CK.size(); ++k) CK[k] = BlendPoints<TPoint>(P, span, nders[k]);

@@ -3,6 +3,8 @@
 #include <ZORBase/ZORGeometry/NurbsGeometry/CurvePoint.h>
 #include <ZORBase/common/BaseServices/NumberText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/kernels/CubicBasis.h>
+#include <ZORBase/kernels/CurveSamples.h>
 
 #include <algorithm>
 #include <cmath>
@@ -59,6 +61,78 @@ void RequireRoom(const TTablePlan& Plan, const std::string& Operation) {
       Operation, Plan.Length, Plan.Rows, kTableSpacing, kMaxTableRows));
 }
 
+void SampleBlock(const TPoint2D* P, TSampleBlock<2>& Block) { SamplePlane(&P->X, Block); }
+void SampleBlock(const TPoint6D* P, TSampleBlock<6>& Block) { SampleExtended(&P->X, Block); }
+
+// Makes the rows of a table, one knot interval after the other.
+template <class TPoint>
+class TSampler {
+ public:
+  TSampler(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, TSUTable& Table)
+      : FBasis(Basis), FControlPoints(P), FTable(Table) {
+    AddRow(0.0, CurvePoint(FBasis, FControlPoints, 0.0), 0.0);
+  }
+
+  /// Samples 1 to Steps of the interval from U[k] to U[k+1].
+  void AddInterval(std::size_t k, double Steps) {
+    const double from = FBasis.uArr()[k];
+    const double to = FBasis.uArr()[k + 1];
+    double step = 1.0;
+    if (IsEasy(from, to)) {
+      // All but the last one, which may lie in the next interval.
+      for (; step < Steps; step += static_cast<double>(FBlock.Count)) {
+        FBlock.Count = static_cast<std::size_t>(std::min(Steps - step, static_cast<double>(FBlock.kSize)));
+        for (std::size_t i = 0; i < FBlock.Count; ++i) {
+          FBlock.u[i] = Sample(from, to, step + static_cast<double>(i), Steps);
+        }
+        if (!(FBlock.u[FBlock.Count - 1] < to)) break;
+        AddBlock(k);
+      }
+    }
+    int span = static_cast<int>(k);
+    for (; step <= Steps; ++step) {
+      const double u = Sample(from, to, step, Steps);
+      const TPoint point = CurvePoint(FBasis, FControlPoints, span, u);
+      AddRow(u, point, Distance(point, FRow.*TCurveKind<TPoint>::kRowPoint));
+    }
+  }
+
+ private:
+  // Whether what lies between the two knots is inside [0, 1] and inside the knots, in an interval that is wide. The bound leaves
+  // room for the roundings of the sum that stands for the width.
+  bool IsEasy(double From, double To) const {
+    constexpr double kWideEnough = 1.000000001 * kSmallestKnotDistance;
+    return From >= 0.0 && To <= 1.0 && To - From >= kWideEnough && FBasis.IsInside(From);
+  }
+
+  void AddBlock(std::size_t k) {
+    const TPoint& prev = FRow.*TCurveKind<TPoint>::kRowPoint;
+    std::copy_n(&prev.X, kComponents, FBlock.Points[0]);
+    SampleBasis(FBasis.uArr().data() + k, FBlock.u, FBlock.Count, FBlock.N);
+    SampleBlock(FControlPoints.data() + (k - TNurbsBasicFunc::kDegree), FBlock);
+    for (std::size_t i = 0; i < FBlock.Count; ++i) {
+      TPoint point;
+      std::copy_n(FBlock.Points[i + 1], kComponents, &point.X);
+      AddRow(FBlock.u[i], point, FBlock.Distances[i]);
+    }
+  }
+
+  void AddRow(double u, const TPoint& Point, double Distance) {
+    FRow.S += Distance;
+    FRow.u = u;
+    FRow.*TCurveKind<TPoint>::kRowPoint = Point;
+    FTable.Add(FRow);
+  }
+
+  static constexpr std::size_t kComponents = sizeof(TPoint) / sizeof(double);
+
+  const TNurbsBasicFunc& FBasis;
+  std::span<const TPoint> FControlPoints;
+  TSUTable& FTable;
+  TSULine FRow;
+  TSampleBlock<kComponents> FBlock;
+};
+
 }  // namespace
 
 template <class TPoint>
@@ -69,24 +143,9 @@ TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P) {
   RequireRoom(plan, operation);
   TSUTable table;
   table.Reserve(static_cast<std::size_t>(plan.Rows));
-  TSULine row;
-  const auto addRow = [&](const TPoint& Point) {
-    row.*TCurveKind<TPoint>::kRowPoint = Point;
-    table.Add(row);
-  };
-  const std::span<const double> U = Basis.uArr();
-  TPoint prev = CurvePoint(Basis, P, 0.0);
-  addRow(prev);
-  for (std::size_t k = 0; k + 1 < U.size(); ++k) {
-    int span = static_cast<int>(k);
-    for (double step = 1.0; step <= plan.Steps[k]; ++step) {
-      row.u = Sample(U[k], U[k + 1], step, plan.Steps[k]);
-      const TPoint point = CurvePoint(Basis, P, span, row.u);
-      row.S += Distance(point, prev);
-      addRow(point);
-      prev = point;
-    }
-  }
+  TSampler<TPoint> sampler(Basis, P, table);
+  for (std::size_t k = 0; k < plan.Steps.size(); ++k) sampler.AddInterval(k, plan.Steps[k]);
+  table.IndexRows();
   return table;
 }
 

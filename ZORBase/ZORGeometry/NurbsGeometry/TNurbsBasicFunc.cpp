@@ -16,6 +16,19 @@ namespace {
 constexpr std::string_view kAssertionSource = "NurbsGeometry";
 constexpr int kAssertionLine = 366;
 
+// BasisDerivatives by degree and highest derivative.
+template <int p, int n>
+void Derivatives(const TKnotDistances& D, Double2DArray& Ders) {
+  BasisDerivatives<false, p, n>(D, Ders);
+}
+
+constexpr void (*kDerivatives[4][4])(const TKnotDistances&, Double2DArray&) = {
+    {Derivatives<0, 0>},
+    {Derivatives<1, 0>, Derivatives<1, 1>},
+    {Derivatives<2, 0>, Derivatives<2, 1>, Derivatives<2, 2>},
+    {Derivatives<3, 0>, Derivatives<3, 1>, Derivatives<3, 2>, Derivatives<3, 3>},
+};
+
 }  // namespace
 
 double TNurbsBasicFunc::GetItems(int idx) const {
@@ -39,8 +52,8 @@ void TNurbsBasicFunc::SetKnots(std::vector<double> Knots) {
   TBucketIndex spans;
   const std::size_t m = Knots.size();
   const double* const U = Knots.data();
-  if (m >= static_cast<std::size_t>(kFewestKnots) && U[0] == U[3] && U[m - 4] == U[m - 1] &&
-      std::is_sorted(U, U + 3) && std::is_sorted(U + m - 4, U + m)) {
+  if (m >= static_cast<std::size_t>(kFewestKnots) && U[0] == U[3] && U[m - 4] == U[m - 1] && std::is_sorted(U, U + 3) &&
+      std::is_sorted(U + m - 4, U + m)) {
     spans.Build(m - 6, [U](std::size_t i) { return U[kDegree + i]; });
   }
   FKnots = std::move(Knots);
@@ -75,8 +88,8 @@ bool TNurbsBasicFunc::BasicFuns(int i, double u, std::span<double> N) const {
   if (i < 2 || i > m) return false;
   if (N.size() < 4) RaiseGeneralError("TNurbsBasicFunc.BasicFuns: the result needs 4 places");
   const auto knot = [this, m](int Index) { return FKnots[static_cast<std::size_t>(std::min(Index, m - 1))]; };
-  const TKnotDistances distances({0.0, u - knot(i), u - knot(i - 1), u - knot(i - 2)},
-                                 {0.0, knot(i + 1) - u, knot(i + 2) - u, knot(i + 3) - u});
+  const TKnotDistances distances = {{0.0, u - knot(i), u - knot(i - 1), u - knot(i - 2)},
+                                    {0.0, knot(i + 1) - u, knot(i + 2) - u, knot(i + 3) - u}};
   BasisValues<false>(distances, N.data());
   return true;
 }
@@ -92,9 +105,9 @@ void TNurbsBasicFunc::DersBasciFuns(int idx, double u, int p, int n, Double2DArr
   }
   // A degree below 3 does not look at the outer knots, which then need not exist.
   const auto knot = [this](int Index) { return FKnots[static_cast<std::size_t>(std::clamp(Index, 0, uCount() - 1))]; };
-  const TKnotDistances distances({0.0, u - knot(idx), u - knot(idx - 1), u - knot(idx - 2)},
-                                 {0.0, knot(idx + 1) - u, knot(idx + 2) - u, knot(idx + 3) - u});
-  BasisDerivatives<false>(distances, p, n, ders);
+  const TKnotDistances distances = {{0.0, u - knot(idx), u - knot(idx - 1), u - knot(idx - 2)},
+                                    {0.0, knot(idx + 1) - u, knot(idx + 2) - u, knot(idx + 3) - u}};
+  kDerivatives[p][n](distances, ders);
 }
 
 void TNurbsBasicFunc::Reverse() {

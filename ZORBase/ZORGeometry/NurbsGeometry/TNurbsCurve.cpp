@@ -2,6 +2,8 @@
 
 #include <ZORBase/ZORGeometry/NurbsGeometry/CurvePoint.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/kernels/CubicBasis.h>
+#include <ZORBase/kernels/CurveSamples.h>
 
 #include <algorithm>
 #include <array>
@@ -19,6 +21,56 @@ void TNurbsCurve<TPoint>::RequireControlPoints() const {
 
 // ------------------------------------------------------------------------------------------------ evaluating
 
+namespace {
+
+void BlendAll(const TPoint2D* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
+              TPoint2D* const* Sums) {
+  for (std::size_t i = 0; i < Count; ++i) {
+    const double weights[4] = {N[0][i], N[1][i], N[2][i], N[3][i]};
+    BlendFour(P[i], weights, *Sums[i]);
+  }
+}
+
+void BlendAll(const TPoint6D* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
+              TPoint6D* const* Sums) {
+  const double* from[TSampleBlock<6>::kSize];
+  double* to[TSampleBlock<6>::kSize];
+  for (std::size_t i = 0; i < Count; ++i) {
+    from[i] = &P[i]->X;
+    to[i] = &Sums[i]->X;
+  }
+  BlendExtendedAll(from, N, Count, to);
+}
+
+// Points that wait to be blended side by side.
+template <class TPoint>
+class TBlendQueue {
+ public:
+  /// Sum is to be the point with these distances from its knots and the control points from P on.
+  void Add(const TKnotDistances& Distances, const TPoint* P, TPoint& Sum) {
+    double weights[4];
+    BasisValues<true>(Distances, weights);
+    for (std::size_t r = 0; r < 4; ++r) FN[r][FCount] = weights[r];
+    FFrom[FCount] = P;
+    FTo[FCount] = &Sum;
+    if (++FCount == kSize) Flush();
+  }
+
+  void Flush() {
+    BlendAll(FFrom, FN, FCount, FTo);
+    FCount = 0;
+  }
+
+ private:
+  static constexpr std::size_t kSize = TSampleBlock<6>::kSize;
+  std::size_t FCount = 0;
+  double FN[4][kSize];
+  const TPoint* FFrom[kSize];
+  TPoint* FTo[kSize];
+};
+
+}  // namespace
+
 template <class TPoint>
 TPoint TNurbsCurve<TPoint>::EvalPoint(double param) const {
   RequireControlPoints();
@@ -32,8 +84,20 @@ void TNurbsCurve<TPoint>::EvalPoints(std::span<const double> Params, std::span<T
     RaiseGeneralError(CurveOperation<TPoint>("EvalPoints") + ": " + std::to_string(Params.size()) +
                       " parameters, but places for " + std::to_string(Points.size()) + " points");
   }
-  int span = 0;
-  for (std::size_t i = 0; i < Params.size(); ++i) Points[i] = CurvePoint(FBasicFun, pointArr(), span, Params[i]);
+  TBlendQueue<TPoint> queue;
+  for (std::size_t i = 0; i < Params.size(); ++i) {
+    const double u = Params[i];
+    if (u > 0.0 && u < 1.0 && FBasicFun.IsInside(u)) {
+      const int span = FBasicFun.SpanInside(u);
+      const TKnotDistances distances = TKnotDistances::Create(FBasicFun.uArr().data() + span, u);
+      if (distances.IsWide()) {
+        queue.Add(distances, FPoints.data() + (span - TNurbsBasicFunc::kDegree), Points[i]);
+        continue;
+      }
+    }
+    Points[i] = CurvePointAnywhere(FBasicFun, pointArr(), u);
+  }
+  queue.Flush();
 }
 
 template <class TPoint>
@@ -141,12 +205,14 @@ template <class TPoint>
 void TNurbsCurve<TPoint>::Reverse() {
   RequireControlPoints();
   // First what needs memory, so that a lack of it finds the curve unchanged.
+  const TSUTable& table = FTable;
   TSUTable reversed;
-  reversed.Reserve(FTable.size());
-  for (int k = FTable.Count() - 1; k >= 0; --k) {
-    const TSULine& last = FTable.Last();
-    reversed.Add({last.S - FTable[k].S, last.u - FTable[k].u, FTable[k].pos, {}});
+  reversed.Reserve(table.size());
+  for (int k = table.Count() - 1; k >= 0; --k) {
+    const TSULine& last = table.Last();
+    reversed.Add({last.S - table[k].S, last.u - table[k].u, table[k].pos, {}});
   }
+  reversed.IndexRows();
   FTable = std::move(reversed);
   FBasicFun.Reverse();
   // Up to the middle inclusive: with an even count the middle pair is swapped twice.

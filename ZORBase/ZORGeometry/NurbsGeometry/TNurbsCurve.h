@@ -51,7 +51,7 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   /// \throws the general error when CK has fewer than 4 places.
   void CurveDerivsAlg1(double u, std::span<TPoint> CK) const;
 
-  /// Gives EvalPoint of every parameter, bit for bit; rising parameters are cheaper.
+  /// Gives EvalPoint of every parameter, bit for bit, and cheaper than one by one.
   /// \throws the general error when Points has no place for every parameter.
   void EvalPoints(std::span<const double> Params, std::span<TPoint> Points) const;
 

@@ -7,71 +7,126 @@
 namespace ZORBase {
 namespace {
 
-// One direction of the table: the column that is searched and the column that answers.
-struct TDirection {
-  double TSULine::*Key;
-  double TSULine::*Value;
-};
-
-constexpr TDirection kLengthToParam = {&TSULine::S, &TSULine::u};
-constexpr TDirection kParamToLength = {&TSULine::u, &TSULine::S};
-
 // The text names one direction and serves both.
 [[noreturn]] void RaiseZeroDividend() { RaiseGeneralError("CalcuHermiteS: The dividend is 0"); }
 
 // The cubic between the rows i and i+1, with slopes from the rows before and after them where there are any.
-double CalcuHermite(const TSUTable& Table, const TDirection& To, double Key, int i) {
-  const int last = Table.Count() - 1;
+template <class TKey, class TValue>
+double CalcuHermite(int Count, TKey Key, TValue Value, double X, int i) {
+  const int last = Count - 1;
   const auto slope = [&](int From, int Until) {
-    const TSULine& a = Table[From];
-    const TSULine& b = Table[Until];
-    const double step = b.*To.Key - a.*To.Key;
+    const double step = Key(Until) - Key(From);
     if (step == 0.0) RaiseZeroDividend();
-    return (b.*To.Value - a.*To.Value) / step;
+    return (Value(Until) - Value(From)) / step;
   };
-  if (i == last || Table[i].*To.Key == Table[i + 1].*To.Key) RaiseZeroDividend();
+  if (i == last || Key(i) == Key(i + 1)) RaiseZeroDividend();
   const double m0 = slope(i == 0 ? 0 : i - 1, i + 1);
   const double m1 = slope(i, i + 1 == last ? i + 1 : i + 2);
-  const TSULine& row = Table[i];
-  const TSULine& next = Table[i + 1];
-  return HermiteStep(Key, row.*To.Key, next.*To.Key, row.*To.Value, next.*To.Value, m0, m1);
-}
-
-double Answer(const TSUTable& Table, const TDirection& To, double Key, const TRowPlace& Place) {
-  return Place.Between ? CalcuHermite(Table, To, Key, Place.Row) : Table[Place.Row].*To.Value;
-}
-
-double LookUp(const TSUTable& Table, const TDirection& To, double Key) {
-  const TSULine* const rows = &Table.First();
-  return Answer(Table, To, Key,
-                FindRow(
-                    Table.Count(), [&](int Row) { return rows[Row].*To.Key; }, Key));
-}
-
-double LookUp(const TSUTable& Table, const TDirection& To, double Key, TSUTable::TCursor& Cursor) {
-  const TSULine* const rows = &Table.First();
-  const TRowPlace place = FindRowFrom(
-      Cursor.Row, Table.Count(), [&](int Row) { return rows[Row].*To.Key; }, Key);
-  Cursor.Row = place.Row;
-  return Answer(Table, To, Key, place);
-}
-
-void LookUpAll(const TSUTable& Table, const TDirection& To, std::span<const double> Keys, std::span<double> Values) {
-  if (Values.size() < Keys.size()) {
-    RaiseGeneralError("TSUTable: " + std::to_string(Keys.size()) + " values to look up, but places for " +
-                      std::to_string(Values.size()) + " results");
-  }
-  TSUTable::TCursor cursor;
-  for (std::size_t i = 0; i < Keys.size(); ++i) Values[i] = LookUp(Table, To, Keys[i], cursor);
+  return HermiteStep(X, Key(i), Key(i + 1), Value(i), Value(i + 1), m0, m1);
 }
 
 }  // namespace
 
-double TSUTable::GetSByU(double u) const { return LookUp(*this, kParamToLength, u); }
-double TSUTable::GetSByU(double u, TCursor& Cursor) const { return LookUp(*this, kParamToLength, u, Cursor); }
-double TSUTable::GetUByS(double S) const { return LookUp(*this, kLengthToParam, S); }
-double TSUTable::GetUByS(double S, TCursor& Cursor) const { return LookUp(*this, kLengthToParam, S, Cursor); }
-void TSUTable::GetUByS(std::span<const double> S, std::span<double> u) const { LookUpAll(*this, kLengthToParam, S, u); }
-void TSUTable::GetSByU(std::span<const double> u, std::span<double> S) const { LookUpAll(*this, kParamToLength, u, S); }
+// One direction of the table: the column that is searched and the column that answers.
+template <double TSULine::*Key>
+struct TDirection {
+  static constexpr bool kFromLength = Key == &TSULine::S;
+  static constexpr double TSULine::*Value = kFromLength ? &TSULine::u : &TSULine::S;
+  static constexpr double TSUTable::TKeys::*IndexedKey = kFromLength ? &TSUTable::TKeys::S : &TSUTable::TKeys::u;
+  static constexpr double TSUTable::TKeys::*IndexedValue = kFromLength ? &TSUTable::TKeys::u : &TSUTable::TKeys::S;
+
+  static const TBucketIndex& Index(const TSUTable& Table) { return kFromLength ? Table.FByS : Table.FByU; }
+
+  // No row that is at least so far away is within the tolerance, whatever the rounding of the difference.
+  static constexpr double kClearMargin = 2e-7;
+
+  /// The index is there unless the rows have changed; that their number has is seen even if the table was not asked.
+  static bool IsIndexed(const TSUTable& Table) { return !Table.FKeys.empty() && Table.FKeys.size() == Table.size(); }
+
+  /// Gives what Bisect gives, through the index, and the row at or before X in Row. \return false without an index, and for an X
+  /// outside the table.
+  static bool AnswerIndexed(const TSUTable& Table, double X, int& Row, double& Result) {
+    if (!IsIndexed(Table) || !Index(Table).Covers(X)) return false;
+    const TSUTable::TKeys* const keys = Table.FKeys.data();
+    const auto key = [keys](auto i) { return keys[i].*IndexedKey; };
+    const auto value = [keys](auto i) { return keys[i].*IndexedValue; };
+    Row = static_cast<int>(Index(Table).Find(key, X));
+    TRowPlace place = {Row, true};
+    if (!(X - key(Row) >= kClearMargin && key(Row + 1) - X >= kClearMargin)) {
+      place = FindRowAt(Row, Table.Count(), key, X);
+    }
+    Result = place.Between ? CalcuHermite(Table.Count(), key, value, X, place.Row) : value(place.Row);
+    return true;
+  }
+
+  static double AnswerAt(const TSUTable& Table, double X, const TRowPlace& Place) {
+    const TSULine* const rows = Table.data();
+    if (!Place.Between) return rows[Place.Row].*Value;
+    return CalcuHermite(
+        Table.Count(), [rows](int i) { return rows[i].*Key; }, [rows](int i) { return rows[i].*Value; }, X, Place.Row);
+  }
+
+  static double Bisect(const TSUTable& Table, double X) {
+    const TSULine* const rows = &Table.First();
+    return AnswerAt(Table, X,
+                    FindRow(
+                        Table.Count(), [rows](int i) { return rows[i].*Key; }, X));
+  }
+
+  static double LookUp(const TSUTable& Table, double X) {
+    int row = 0;
+    double result = 0.0;
+    return AnswerIndexed(Table, X, row, result) ? result : Bisect(Table, X);
+  }
+
+  static double LookUp(const TSUTable& Table, double X, TSUTable::TCursor& Cursor) {
+    double result = 0.0;
+    if (AnswerIndexed(Table, X, Cursor.Row, result)) return result;
+    const TSULine* const rows = &Table.First();
+    const TRowPlace place = FindRowFrom(
+        Cursor.Row, Table.Count(), [rows](int i) { return rows[i].*Key; }, X);
+    Cursor.Row = place.Row;
+    return AnswerAt(Table, X, place);
+  }
+
+  static void LookUpAll(const TSUTable& Table, std::span<const double> X, std::span<double> Results) {
+    if (Results.size() < X.size()) {
+      RaiseGeneralError("TSUTable: " + std::to_string(X.size()) + " values to look up, but places for " +
+                        std::to_string(Results.size()) + " results");
+    }
+    TSUTable::TCursor cursor;
+    for (std::size_t i = 0; i < X.size(); ++i) Results[i] = LookUp(Table, X[i], cursor);
+  }
+};
+
+using TFromLength = TDirection<&TSULine::S>;
+using TFromParam = TDirection<&TSULine::u>;
+
+double TSUTable::GetSByU(double u) const { return TFromParam::LookUp(*this, u); }
+double TSUTable::GetSByU(double u, TCursor& Cursor) const { return TFromParam::LookUp(*this, u, Cursor); }
+double TSUTable::GetUByS(double S) const { return TFromLength::LookUp(*this, S); }
+double TSUTable::GetUByS(double S, TCursor& Cursor) const { return TFromLength::LookUp(*this, S, Cursor); }
+void TSUTable::GetUByS(std::span<const double> S, std::span<double> u) const { TFromLength::LookUpAll(*this, S, u); }
+void TSUTable::GetSByU(std::span<const double> u, std::span<double> S) const { TFromParam::LookUpAll(*this, u, S); }
+
+void TSUTable::IndexRows() {
+  DropIndex();
+  std::vector<TKeys> keys;
+  keys.reserve(size());
+  for (const TSULine& row : std::as_const(*this)) keys.push_back({row.S, row.u});
+  // The rows are spread almost evenly.
+  constexpr double kBucketsPerRow = 1.0;
+  FByS.Build(
+      keys.size(), [&keys](std::size_t i) { return keys[i].S; }, kBucketsPerRow);
+  FByU.Build(
+      keys.size(), [&keys](std::size_t i) { return keys[i].u; }, kBucketsPerRow);
+  FKeys = std::move(keys);
+}
+
+void TSUTable::DropIndex() {
+  FKeys.clear();
+  FByS.Clear();
+  FByU.Clear();
+}
 
 }  // namespace ZORBase

@@ -4,10 +4,15 @@
 #include <ZORBase/common/BaseServices/TList.h>
 #include <ZORBase/common/Cadtypes/TPoint2D.h>
 #include <ZORBase/common/Export.h>
+#include <ZORBase/kernels/BucketIndex.h>
 
 #include <span>
+#include <utility>
+#include <vector>
 
 namespace ZORBase {
+
+class TNurbsBasicFunc;
 
 /// A sample of a curve.
 struct TSULine {
@@ -20,9 +25,40 @@ struct TSULine {
 /// The arc-length table of a curve: samples in rising order of S and of u, the first one at S = 0, u = 0. Between two rows
 /// a cubic through them stands for the curve; a value within 1e-7 of a row is that row's, and one outside the table that
 /// of the nearest end.
+///
+/// The table of a curve is indexed: a look-up costs the same however many rows there are. An index knows its rows as they
+/// were, so whatever may change a row drops it, and the table is bisected from then on with the very same results. Change
+/// rows through the table itself, not through a reference to the list that it is.
 class ZORBASE_API TSUTable : public TList<TSULine> {
  public:
   using TList<TSULine>::TList;
+
+  // -------------------------------------------------------------------------------------- rows
+
+  // Those of the list; what may change a row drops the index.
+  const TSULine& operator[](int Index) const { return TList::operator[](Index); }
+  const TSULine& First() const { return TList::First(); }
+  const TSULine& Last() const { return TList::Last(); }
+  const TSULine* data() const { return TList::data(); }
+  auto begin() const { return TList::begin(); }
+  auto end() const { return TList::end(); }
+  TSULine& operator[](int Index) { return Changing()[Index]; }
+  TSULine& First() { return Changing().First(); }
+  TSULine& Last() { return Changing().Last(); }
+  TSULine* data() { return Changing().data(); }
+  auto begin() { return Changing().begin(); }
+  auto end() { return Changing().end(); }
+  void Add(const TSULine& Value) { Changing().Add(Value); }
+  void AddRange(std::span<const TSULine> Values) { Changing().AddRange(Values); }
+  void Insert(int Index, const TSULine& Value) { Changing().Insert(Index, Value); }
+  void Delete(int Index) { Changing().Delete(Index); }
+  void Clear() { Changing().Clear(); }
+  template <class TCompare>
+  void Sort(TCompare&& Compare) {
+    Changing().Sort(std::forward<TCompare>(Compare));
+  }
+
+  // -------------------------------------------------------------------------------------- look-ups
 
   /// Remembers where the last look-up ended, so that the next one nearby is cheap. It serves one direction at a time.
   struct TCursor {
@@ -51,6 +87,31 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   void GetUByS(std::span<const double> S, std::span<double> u) const;
   void GetSByU(std::span<const double> u, std::span<double> S) const;
   ///@}
+
+ private:
+  template <class TPoint>
+  friend class TNurbsCurve;
+  template <class TPoint>
+  friend TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P);
+  template <double TSULine::*Key>
+  friend struct TDirection;
+
+  // What a look-up reads, apart from the points.
+  struct TKeys {
+    double S;
+    double u;
+  };
+
+  void IndexRows();
+  TList<TSULine>& Changing() {
+    if (!FKeys.empty()) DropIndex();
+    return *this;
+  }
+  void DropIndex();
+
+  std::vector<TKeys> FKeys;  // none without an index
+  TBucketIndex FByS;
+  TBucketIndex FByU;
 };
 
 }  // namespace ZORBase

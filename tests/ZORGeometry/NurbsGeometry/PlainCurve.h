@@ -1,10 +1,10 @@
-// PlainCurve: the curve through poses in its plainest form, formula by formula: a span search and a basis evaluation for
+// PlainCurve: the curve through poses, or points of the plane, in its plainest form, formula by formula: a span search and a basis evaluation for
 // every sample, one bisection for every look-up, sums and products of components in extended precision. Slow on purpose; the
 // library has to give the same bits.
 //   TPlainBasis   knots: FindSpan, BasicFuns, DersBasciFuns
 //   TPlainTable   samples of arc length and parameter: GetUByS, GetSByU
 //   TPlainCurve   knots, control points and table: EvalPoint, CurveDerivsAlg1, InitLengthByUArray
-//   PlainFit      the curve through a list of poses
+//   PlainFit      the curve through a list of poses or points
 #pragma once
 
 #include <ZORBase/ZORGeometry/CADTypes6D/TPoint6DList.h>
@@ -13,28 +13,39 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <type_traits>
 
 namespace ZORBase::Test {
 
-// ---------------------------------------------------------------------------------------------- poses
+// ---------------------------------------------------------------------------------------------- points
 
-using TPlainPose = std::array<double, 6>;
+/// Six components are worked on in extended precision and stored as doubles, two in double.
+template <std::size_t Size>
+using TPlainPoint = std::array<double, Size>;
+using TPlainPose = TPlainPoint<6>;
+template <std::size_t Size>
+using TPlainNumber = std::conditional_t<Size == 6, long double, double>;
 
-inline TPlainPose PlainSum(const TPlainPose& P, const TPlainPose& Q) {
-  TPlainPose sum{};
-  for (std::size_t i = 0; i < 6; ++i) sum[i] = static_cast<double>(static_cast<long double>(P[i]) + Q[i]);
+template <std::size_t Size>
+TPlainPoint<Size> PlainSum(const TPlainPoint<Size>& P, const TPlainPoint<Size>& Q) {
+  TPlainPoint<Size> sum{};
+  for (std::size_t i = 0; i < Size; ++i) sum[i] = static_cast<double>(static_cast<TPlainNumber<Size>>(P[i]) + Q[i]);
   return sum;
 }
 
-inline TPlainPose PlainDifference(const TPlainPose& P, const TPlainPose& Q) {
-  TPlainPose difference{};
-  for (std::size_t i = 0; i < 6; ++i) difference[i] = static_cast<double>(static_cast<long double>(P[i]) - Q[i]);
+template <std::size_t Size>
+TPlainPoint<Size> PlainDifference(const TPlainPoint<Size>& P, const TPlainPoint<Size>& Q) {
+  TPlainPoint<Size> difference{};
+  for (std::size_t i = 0; i < Size; ++i) {
+    difference[i] = static_cast<double>(static_cast<TPlainNumber<Size>>(P[i]) - Q[i]);
+  }
   return difference;
 }
 
-inline TPlainPose PlainProduct(double S, const TPlainPose& P) {
-  TPlainPose product{};
-  for (std::size_t i = 0; i < 6; ++i) product[i] = static_cast<double>(static_cast<long double>(P[i]) * S);
+template <std::size_t Size>
+TPlainPoint<Size> PlainProduct(double S, const TPlainPoint<Size>& P) {
+  TPlainPoint<Size> product{};
+  for (std::size_t i = 0; i < Size; ++i) product[i] = static_cast<double>(static_cast<TPlainNumber<Size>>(P[i]) * S);
   return product;
 }
 
@@ -44,18 +55,25 @@ inline TPlainPose PlainQuotient(const TPlainPose& P, double S) {
   return PlainProduct(reciprocal, P);
 }
 
-inline double PlainLength(const TPlainPose& P) {
-  long double sum = 0;
-  for (const double item : P) sum += static_cast<long double>(item) * item;
+inline TPlainPoint<2> PlainQuotient(const TPlainPoint<2>& P, double S) { return {P[0] / S, P[1] / S}; }
+
+template <std::size_t Size>
+double PlainLength(const TPlainPoint<Size>& P) {
+  TPlainNumber<Size> sum = 0;
+  for (const double item : P) sum += static_cast<TPlainNumber<Size>>(item) * item;
   const auto squared = static_cast<double>(sum);
   return std::sqrt(squared);
 }
 
-inline double PlainDistance(const TPlainPose& P, const TPlainPose& Q) { return PlainLength(PlainDifference(P, Q)); }
+template <std::size_t Size>
+double PlainDistance(const TPlainPoint<Size>& P, const TPlainPoint<Size>& Q) {
+  return PlainLength(PlainDifference(P, Q));
+}
 
-inline TPlainPose PlainNormal(TPlainPose P) {
+template <std::size_t Size>
+TPlainPoint<Size> PlainNormal(TPlainPoint<Size> P) {
   const double length = PlainLength(P);
-  if (length <= 1e-8) return {};
+  if (length <= (Size == 6 ? 1e-8 : 0)) return {};
   for (double& item : P) item /= length;
   return P;
 }
@@ -163,13 +181,16 @@ struct TPlainBasis {
 
 // ---------------------------------------------------------------------------------------------- arc-length table
 
-struct TPlainRow {
+template <std::size_t Size>
+struct TPlainRowOf {
   double S = 0;
   double u = 0;
-  TPlainPose P{};
+  TPlainPoint<Size> P{};
 };
 
-struct TPlainTable {
+template <std::size_t Size>
+struct TPlainTableOf {
+  using TPlainRow = TPlainRowOf<Size>;
   TList<TPlainRow> Rows;
 
   double GetUByS(double S) const { return LookUp(&TPlainRow::S, &TPlainRow::u, S); }
@@ -232,18 +253,20 @@ struct TPlainTable {
 
 // ---------------------------------------------------------------------------------------------- curve
 
-struct TPlainCurve {
+template <std::size_t Size>
+struct TPlainCurveOf {
+  using TPoint = TPlainPoint<Size>;
   TPlainBasis Basis;
-  TList<TPlainPose> P;
-  TPlainTable Table;
+  TList<TPoint> P;
+  TPlainTableOf<Size> Table;
 
-  TPlainPose EvalPoint(double param) const {
+  TPoint EvalPoint(double param) const {
     if (param >= 1.0) return P.Last();
     if (!(param > 0)) return P.First();
     const int span = Basis.FindSpan(param);
     double N[4] = {};
     if (!Basis.BasicFuns(span, param, N)) RaiseGeneralError("no basis values");
-    TPlainPose result{};
+    TPoint result{};
     for (int r = 0; r <= 3; ++r) {
       const int idx = span - 3 + r;
       if (0 <= idx && idx < P.Count()) result = PlainSum(result, PlainProduct(N[r], P[idx]));
@@ -251,18 +274,18 @@ struct TPlainCurve {
     return result;
   }
 
-  std::array<TPlainPose, 4> CurveDerivsAlg1(double u) const {
+  std::array<TPoint, 4> CurveDerivsAlg1(double u) const {
     if (u < 0) u = 0;
     if (u >= 1) u = 1;
     const int span = Basis.FindSpan(u);
     double nders[4][4] = {};
     Basis.DersBasciFuns(span, u, 3, 3, nders);
-    std::array<TPlainPose, 4> CK{};
+    std::array<TPoint, 4> CK{};
     for (int k = 0; k <= 3; ++k) {
-      TPlainPose& result = CK[static_cast<std::size_t>(k)];
+      TPoint& result = CK[static_cast<std::size_t>(k)];
       for (int j = 0; j <= 3; ++j) {
         const int idx = span - 3 + j;
-        const TPlainPose point = 0 <= idx && idx < P.Count() ? P[idx] : TPlainPose{};
+        const TPoint point = 0 <= idx && idx < P.Count() ? P[idx] : TPoint{};
         result = PlainSum(result, PlainProduct(nders[k][j], point));
       }
     }
@@ -271,7 +294,7 @@ struct TPlainCurve {
 
   void InitLengthByUArray() {
     Table.Rows.Clear();
-    TPlainPose prev = EvalPoint(0);
+    TPoint prev = EvalPoint(0);
     Table.Rows.Add({0, 0, prev});
     for (int k = 0; k <= Basis.U.Count() - 2; ++k) {
       const double a = Basis.U[k];
@@ -280,7 +303,7 @@ struct TPlainCurve {
       const int n = std::max(static_cast<int>(std::nearbyint(c / 0.03)), 1);
       for (int j = 1; j <= n; ++j) {
         const double u = a + (b - a) * j / n;
-        const TPlainPose point = EvalPoint(u);
+        const TPoint point = EvalPoint(u);
         const double d = PlainDistance(point, prev);
         Table.Rows.Add({Table.Rows.Last().S + d, u, point});
         prev = point;
@@ -289,10 +312,15 @@ struct TPlainCurve {
   }
 };
 
+using TPlainRow = TPlainRowOf<6>;
+using TPlainTable = TPlainTableOf<6>;
+using TPlainCurve = TPlainCurveOf<6>;
+
 // ---------------------------------------------------------------------------------------------- fit
 
 /// The parameters t[0..n] of the points, no two neighbours of which are the same, and their chord length.
-inline TDoubleList PlainParameters(const TList<TPlainPose>& Q, TParalizeMethod Method, double& L) {
+template <std::size_t Size>
+TDoubleList PlainParameters(const TList<TPlainPoint<Size>>& Q, TParalizeMethod Method, double& L) {
   const int n = Q.Count() - 1;
   L = 0;
   double E = 0;
@@ -312,9 +340,11 @@ inline TDoubleList PlainParameters(const TList<TPlainPose>& Q, TParalizeMethod M
   return t;
 }
 
-inline void PlainSolveTridiagonal(int n, const TList<TPlainPose>& Q, const TPlainBasis& Basis, TList<TPlainPose>& P) {
+template <std::size_t Size>
+void PlainSolveTridiagonal(int n, const TList<TPlainPoint<Size>>& Q, const TPlainBasis& Basis,
+                           TList<TPlainPoint<Size>>& P) {
   const TDoubleList& U = Basis.U;
-  TList<TPlainPose> R;
+  TList<TPlainPoint<Size>> R;
   TDoubleList dd;
   for (int i = 0; i <= n; ++i) {
     R.Add({});
@@ -334,29 +364,27 @@ inline void PlainSolveTridiagonal(int n, const TList<TPlainPose>& Q, const TPlai
   dd[n] = abc[2] / den;
   Basis.BasicFuns(n + 2, U[n + 2], abc);
   den = abc[1] - abc[0] * dd[n];
-  const TPlainPose right = PlainDifference(Q[n - 1], PlainProduct(abc[2], P[n + 1]));
+  const TPlainPoint<Size> right = PlainDifference(Q[n - 1], PlainProduct(abc[2], P[n + 1]));
   P[n] = PlainQuotient(PlainDifference(right, PlainProduct(abc[0], P[n - 1])), den);
   for (int i = n - 1; i >= 2; --i) P[i] = PlainDifference(P[i], PlainProduct(dd[i + 1], P[i + 1]));
 }
 
-/// The curve through at least four poses, no two neighbours of which are the same, without its table.
-inline TPlainCurve PlainFitWithoutTable(const TPoint6DList& Poses, TParalizeMethod Method) {
-  const int n = Poses.Count() - 1;
-  TList<TPlainPose> Q;
-  for (const TPoint6D& pose : Poses) Q.Add(pose.ToArray());
-
-  TPlainCurve curve;
+/// The curve through at least four points, no two neighbours of which are the same, without its table.
+template <std::size_t Size>
+TPlainCurveOf<Size> PlainFitWithoutTable(const TList<TPlainPoint<Size>>& Q, TParalizeMethod Method) {
+  const int n = Q.Count() - 1;
+  TPlainCurveOf<Size> curve;
   double L = 0;
   TDoubleList& U = curve.Basis.U;
   for (int i = 0; i <= 2; ++i) U.Add(0);
   for (const double t : PlainParameters(Q, Method, L)) U.Add(t);
   for (int i = 0; i <= 2; ++i) U.Add(1);
 
-  TPlainPose D0 = PlainProduct(L, PlainNormal(PlainDifference(Q[1], Q[0])));
-  TPlainPose Dn = PlainProduct(L, PlainNormal(PlainDifference(Q[n], Q[n - 1])));
+  TPlainPoint<Size> D0 = PlainProduct(L, PlainNormal(PlainDifference(Q[1], Q[0])));
+  TPlainPoint<Size> Dn = PlainProduct(L, PlainNormal(PlainDifference(Q[n], Q[n - 1])));
   if (PlainDistance(Q[0], Q[n]) < 1e-6 * L) D0 = Dn = PlainQuotient(PlainSum(D0, Dn), 2);
 
-  TList<TPlainPose>& P = curve.P;
+  TList<TPlainPoint<Size>>& P = curve.P;
   for (int i = 0; i <= n + 2; ++i) P.Add({});
   P[0] = Q[0];
   P[1] = PlainSum(Q[0], PlainProduct(U[4] / 3, D0));
@@ -366,8 +394,22 @@ inline TPlainCurve PlainFitWithoutTable(const TPoint6DList& Poses, TParalizeMeth
   return curve;
 }
 
+inline TPlainCurve PlainFitWithoutTable(const TPoint6DList& Poses, TParalizeMethod Method) {
+  TList<TPlainPose> Q;
+  for (const TPoint6D& pose : Poses) Q.Add(pose.ToArray());
+  return PlainFitWithoutTable(Q, Method);
+}
+
 inline TPlainCurve PlainFit(const TPoint6DList& Poses, TParalizeMethod Method) {
   TPlainCurve curve = PlainFitWithoutTable(Poses, Method);
+  curve.InitLengthByUArray();
+  return curve;
+}
+
+inline TPlainCurveOf<2> PlainFit(const TList<TPoint2D>& Points, TParalizeMethod Method) {
+  TList<TPlainPoint<2>> Q;
+  for (const TPoint2D& point : Points) Q.Add({point.X, point.Y});
+  TPlainCurveOf<2> curve = PlainFitWithoutTable(Q, Method);
   curve.InitLengthByUArray();
   return curve;
 }
