@@ -7,6 +7,7 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace ZORBase::Tool {
 namespace {
@@ -55,26 +56,49 @@ CLI::Option* AddRead(CLI::App& Command, const std::string& Name, const std::stri
 
 }  // namespace
 
+CLI::App& AddCommand(CLI::App& Program, const std::string& Name, const std::string& Description,
+                     const std::string& Footer, std::function<void()> Work) {
+  CLI::App& command = *Program.add_subcommand(Name, Description);
+  command.footer(Footer);
+  command.callback(std::move(Work));
+  return command;
+}
+
+void SetRequired(CLI::Option* Option, bool IsRequired) { Option->required(IsRequired); }
+
+CLI::Option* AddText(CLI::App& Command, const std::string& Name, const std::string& ValueName, std::string& Value,
+                     const std::string& Description) {
+  return Command.add_option(Name, Value, Description)->type_name(ValueName);
+}
+
+CLI::Option* AddChoice(CLI::App& Command, const std::string& Name, std::string& Value,
+                       std::span<const std::string_view> Choices, const std::string& Description) {
+  return AddText(Command, Name, fmt::format("{}", fmt::join(Choices, "|")), Value, Description)
+      ->check(CLI::IsMember(std::vector<std::string>(Choices.begin(), Choices.end())));
+}
+
+void AddFlag(CLI::App& Command, const std::string& Name, bool& Value, const std::string& Description) {
+  Command.add_flag(Name, Value, Description);
+}
+
+void AddFile(CLI::App& Command, const std::string& Name, std::string& FileName, const std::string& Description) {
+  AddText(Command, Name, "", FileName, Description)->required();
+}
+
 void AddPoseFile(CLI::App& Command, std::string& FileName) {
-  Command.add_option("FILE", FileName, "The poses, one X,Y,Z,A,B,C per line; - is standard input")
-      ->type_name("")
-      ->required();
+  AddFile(Command, "FILE", FileName, "The poses, one X,Y,Z,A,B,C per line; - is standard input");
 }
 
 void AddPathFile(CLI::App& Command, std::string& FileName, bool& IsPlane) {
-  Command.add_option("FILE", FileName, "The poses, one X,Y,Z,A,B,C per line, or X,Y with --2d; - is standard input")
-      ->type_name("")
-      ->required();
-  Command.add_flag("--2d", IsPlane, "The file holds the points of a plane profile, one X,Y per line");
+  AddFile(Command, "FILE", FileName, "The poses, one X,Y,Z,A,B,C per line, or X,Y with --2d; - is standard input");
+  AddFlag(Command, "--2d", IsPlane, "The file holds the points of a plane profile, one X,Y per line");
 }
 
 CLI::Option* AddNumberFile(CLI::App& Command, std::string& FileName) {
-  return Command.add_option("FILE", FileName, "The numbers, one row per line; - is standard input")
-      ->type_name("")
-      ->required();
+  return AddText(Command, "FILE", "", FileName, "The numbers, one row per line; - is standard input")->required();
 }
 
-void AddJson(CLI::App& Command, bool& IsJson) { Command.add_flag("--json", IsJson, "Report as JSON"); }
+void AddJson(CLI::App& Command, bool& IsJson) { AddFlag(Command, "--json", IsJson, "Report as JSON"); }
 
 void AddPlot(CLI::App& Command, std::string& FileName) {
   const auto read = [&FileName](const std::string& Text) {
@@ -94,8 +118,7 @@ void AddMethod(CLI::App& Command, std::optional<TParalizeMethod>& Method, const 
 }
 
 void AddOutput(CLI::App& Command, std::string& FileName) {
-  Command.add_option("-o,--output", FileName, "Where the poses go; - is standard output, which is the default")
-      ->type_name("OUT");
+  AddText(Command, "-o,--output", "OUT", FileName, "Where the poses go; - is standard output, which is the default");
 }
 
 void AddDecimals(CLI::App& Command, int& Decimals) {
@@ -146,7 +169,7 @@ CLI::Option* AddNumbers(CLI::App& Command, const std::string& Name, const std::s
 }
 
 void AddDegrees(CLI::App& Command, bool& IsDegrees, const std::string& Description) {
-  Command.add_flag("--degrees", IsDegrees, Description);
+  AddFlag(Command, "--degrees", IsDegrees, Description);
 }
 
 std::string_view MethodName(TParalizeMethod Method) { return kMethodNames[static_cast<std::size_t>(Method)]; }

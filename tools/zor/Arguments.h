@@ -1,11 +1,13 @@
-// Arguments: the options and arguments that several subcommands share, so that they read alike everywhere. All of them refuse
-// a bad value while the command line is read, before any file is touched.
+// Arguments: subcommands, and the options and arguments that they share, so that they read alike everywhere. All of them refuse a
+// bad value while the command line is read, before any file is touched. Only this module knows how a command line is read.
 #pragma once
 
 #include <ZORBase/ZORGeometry/NurbsGeometry/TNurbsBasicFunc.h>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +18,27 @@ class Option;
 }  // namespace CLI
 
 namespace ZORBase::Tool {
+
+/// A subcommand. Work is done when the command line has been read without an error.
+CLI::App& AddCommand(CLI::App& Program, const std::string& Name, const std::string& Description,
+                     const std::string& Footer, std::function<void()> Work);
+
+/// Says whether an option or argument must be given.
+void SetRequired(CLI::Option* Option, bool IsRequired = true);
+
+/// An option whose value is any text, such as a file name.
+CLI::Option* AddText(CLI::App& Command, const std::string& Name, const std::string& ValueName, std::string& Value,
+                     const std::string& Description);
+
+/// An option whose value is one of Choices.
+CLI::Option* AddChoice(CLI::App& Command, const std::string& Name, std::string& Value,
+                       std::span<const std::string_view> Choices, const std::string& Description);
+
+/// An option without a value.
+void AddFlag(CLI::App& Command, const std::string& Name, bool& Value, const std::string& Description);
+
+/// A required argument: a file to read.
+void AddFile(CLI::App& Command, const std::string& Name, std::string& FileName, const std::string& Description);
 
 /// FILE: the poses to read, "-" for standard input. Required.
 void AddPoseFile(CLI::App& Command, std::string& FileName);

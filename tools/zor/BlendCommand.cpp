@@ -8,7 +8,6 @@
 #include <zor/RowInput.h>
 #include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
@@ -125,20 +124,17 @@ void Run(const TOptions& Options) {
 
 void AddBlendCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("blend", "Step from one pose to another");
-  command->footer(kFooter);
-  AddNumbers(*command, "BEGIN", "", 6, options->Begin, "The first pose, six numbers")->required();
-  AddNumbers(*command, "END", "", 6, options->End, "The last pose, six numbers")->required();
-  AddCount(*command, "--count", options->Count, 1, kMaxPoses - 1, "N equal steps, which make N + 1 poses");
-  AddPositive(*command, "--max-step", "D", options->MaxStep, "Steps of at most this length");
-  AddPositive(*command, "--max-angle", "DEG", options->MaxAngle, "Steps that turn by at most this many degrees");
-  command->add_option("--mode", options->Mode, "How the pose turns (default: wcs)")
-      ->type_name("wcs|wcs-up|euler")
-      ->check(CLI::IsMember(std::vector<std::string>(kModes.begin(), kModes.end())));
-  AddDegrees(*command, options->IsDegrees, "With --mode euler: angles are degrees, in BEGIN, END and the result");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  command->callback([options] { Run(*options); });
+  CLI::App& command =
+      AddCommand(Program, "blend", "Step from one pose to another", kFooter, [options] { Run(*options); });
+  SetRequired(AddNumbers(command, "BEGIN", "", 6, options->Begin, "The first pose, six numbers"));
+  SetRequired(AddNumbers(command, "END", "", 6, options->End, "The last pose, six numbers"));
+  AddCount(command, "--count", options->Count, 1, kMaxPoses - 1, "N equal steps, which make N + 1 poses");
+  AddPositive(command, "--max-step", "D", options->MaxStep, "Steps of at most this length");
+  AddPositive(command, "--max-angle", "DEG", options->MaxAngle, "Steps that turn by at most this many degrees");
+  AddChoice(command, "--mode", options->Mode, kModes, "How the pose turns (default: wcs)");
+  AddDegrees(command, options->IsDegrees, "With --mode euler: angles are degrees, in BEGIN, END and the result");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
 }
 
 }  // namespace ZORBase::Tool

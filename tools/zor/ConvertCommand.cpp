@@ -7,9 +7,10 @@
 #include <zor/Progress.h>
 #include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
+#include <array>
 #include <memory>
+#include <string_view>
 
 namespace ZORBase::Tool {
 namespace {
@@ -21,6 +22,9 @@ column of R; the turn about the tool's own axis is lost.
 Examples:
   zor convert poses.euler.txt --from euler --to poses -o poses.txt
   zor convert - --from euler --to poses --degrees < program.txt | zor info -)";
+
+constexpr std::array<std::string_view, 1> kReadForms = {"euler"};
+constexpr std::array<std::string_view, 1> kWrittenForms = {"poses"};
 
 struct TOptions {
   std::string File;
@@ -49,23 +53,14 @@ void Run(const TOptions& Options) {
 
 void AddConvertCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("convert", "Convert poses from one form into another");
-  command->footer(kFooter);
-  command->add_option("FILE", options->File, "The poses, one X,Y,Z,Rx,Ry,Rz per line; - is standard input")
-      ->type_name("")
-      ->required();
-  command->add_option("--from", options->From, "The form of the file")
-      ->type_name("euler")
-      ->required()
-      ->check(CLI::IsMember({"euler"}));
-  command->add_option("--to", options->To, "The form to convert into")
-      ->type_name("poses")
-      ->required()
-      ->check(CLI::IsMember({"poses"}));
-  AddDegrees(*command, options->IsDegrees, "The angles of the file are degrees, not radians");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  command->callback([options] { Run(*options); });
+  CLI::App& command =
+      AddCommand(Program, "convert", "Convert poses from one form into another", kFooter, [options] { Run(*options); });
+  AddFile(command, "FILE", options->File, "The poses, one X,Y,Z,Rx,Ry,Rz per line; - is standard input");
+  SetRequired(AddChoice(command, "--from", options->From, kReadForms, "The form of the file"));
+  SetRequired(AddChoice(command, "--to", options->To, kWrittenForms, "The form to convert into"));
+  AddDegrees(command, options->IsDegrees, "The angles of the file are degrees, not radians");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
 }
 
 }  // namespace ZORBase::Tool

@@ -9,7 +9,6 @@
 #include <zor/RowOutput.h>
 #include <zor/SignalPicture.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
@@ -242,22 +241,18 @@ void Run(const TOptions& Options) {
 
 void AddFilterCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("filter", "Smooth a sampled signal");
-  command->footer(kFooter);
-  AddNumberFile(*command, options->File)->required(false);
-  AddPositive(*command, "--fs", "F", options->Fs, "Samples per unit of time")->required();
-  AddPositive(*command, "--fc", "C", options->Fc, "Cut-off frequency, in the same unit")->required();
-  command->add_option("--window", options->Window, "The kind of filter (default: hamming)")
-      ->type_name("hamming|blackman|rectangle|average")
-      ->check(CLI::IsMember(std::vector<std::string>(kWindows.begin(), kWindows.end())));
-  AddCount(*command, "--order", options->Order, 1, TBaseLowPassFilter::kMaxSampleCount - 1,
+  CLI::App& command = AddCommand(Program, "filter", "Smooth a sampled signal", kFooter, [options] { Run(*options); });
+  SetRequired(AddNumberFile(command, options->File), false);
+  SetRequired(AddPositive(command, "--fs", "F", options->Fs, "Samples per unit of time"));
+  SetRequired(AddPositive(command, "--fc", "C", options->Fc, "Cut-off frequency, in the same unit"));
+  AddChoice(command, "--window", options->Window, kWindows, "The kind of filter (default: hamming)");
+  AddCount(command, "--order", options->Order, 1, TBaseLowPassFilter::kMaxSampleCount - 1,
            "The number of coefficients, made odd (default: by the frequencies)");
-  command->add_flag("--times", options->HasTimes, "Rows are time,value, at irregular times");
-  command->add_flag("--response", options->IsResponse, "Give the frequency response of the filter, without a FILE");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { Run(*options); });
+  AddFlag(command, "--times", options->HasTimes, "Rows are time,value, at irregular times");
+  AddFlag(command, "--response", options->IsResponse, "Give the frequency response of the filter, without a FILE");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

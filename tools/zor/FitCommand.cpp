@@ -7,7 +7,6 @@
 #include <zor/PointInput.h>
 #include <zor/Progress.h>
 #include <zor/Report.h>
-#include <CLI/CLI.hpp>
 
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
@@ -206,15 +205,13 @@ void Run(const TOptions& Options) {
 
 void AddFitCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command =
-      Program.add_subcommand("fit", "Fit a smooth path through the poses and tell how good it is");
-  command->footer(kFooter);
-  AddPathFile(*command, options->File, options->IsPlane);
-  AddMethod(*command, options->Method,
+  CLI::App& command = AddCommand(Program, "fit", "Fit a smooth path through the poses and tell how good it is", kFooter,
+                                 [options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  AddPathFile(command, options->File, options->IsPlane);
+  AddMethod(command, options->Method,
             "How the curve parameter is spread over the poses (default: all three are compared)");
-  AddJson(*command, options->IsJson);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  AddJson(command, options->IsJson);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

@@ -6,7 +6,6 @@
 #include <zor/PointInput.h>
 #include <zor/PoseMeasures.h>
 #include <zor/Report.h>
-#include <CLI/CLI.hpp>
 
 #include <cmath>
 #include <memory>
@@ -135,12 +134,11 @@ void Run(const TOptions& Options) {
 
 void AddInfoCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("info", "Tell what a file of poses holds, and what is odd about it");
-  command->footer(kFooter);
-  AddPathFile(*command, options->File, options->IsPlane);
-  AddJson(*command, options->IsJson);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  CLI::App& command = AddCommand(Program, "info", "Tell what a file of poses holds, and what is odd about it", kFooter,
+                                 [options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  AddPathFile(command, options->File, options->IsPlane);
+  AddJson(command, options->IsJson);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

@@ -1,7 +1,6 @@
 #include <zor/Arguments.h>
 #include <zor/Commands.h>
 #include <zor/FlatFit.h>
-#include <CLI/CLI.hpp>
 
 #include <memory>
 
@@ -28,11 +27,10 @@ void Run(const TOptions& Options) { FlatReport(Options.File, {2, "(x,y)", "point
 
 void AddLineCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("line", "Fit a line to points of the plane");
-  command->footer(kFooter);
-  AddNumberFile(*command, options->File);
-  AddJson(*command, options->IsJson);
-  command->callback([options] { Run(*options); });
+  CLI::App& command =
+      AddCommand(Program, "line", "Fit a line to points of the plane", kFooter, [options] { Run(*options); });
+  AddNumberFile(command, options->File);
+  AddJson(command, options->IsJson);
 }
 
 }  // namespace ZORBase::Tool

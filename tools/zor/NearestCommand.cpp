@@ -8,7 +8,6 @@
 #include <zor/PointInput.h>
 #include <zor/Progress.h>
 #include <zor/Report.h>
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -113,16 +112,14 @@ void Run(const TOptions& Options) {
 
 void AddNearestCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("nearest", "Find where the path comes closest to a pose");
-  command->footer(kFooter);
-  AddPathFile(*command, options->File, options->IsPlane);
-  command->add_option("--to", options->To, "The pose, six numbers; with --2d the point, two numbers")
-      ->type_name("NUMBERS")
-      ->required();
-  AddMethod(*command, options->Method, "How the curve parameter is spread over the poses (default: chord)");
-  AddJson(*command, options->IsJson);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  CLI::App& command = AddCommand(Program, "nearest", "Find where the path comes closest to a pose", kFooter,
+                                 [options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  AddPathFile(command, options->File, options->IsPlane);
+  SetRequired(
+      AddText(command, "--to", "NUMBERS", options->To, "The pose, six numbers; with --2d the point, two numbers"));
+  AddMethod(command, options->Method, "How the curve parameter is spread over the poses (default: chord)");
+  AddJson(command, options->IsJson);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

@@ -10,7 +10,6 @@
 #include <zor/RowInput.h>
 #include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -101,18 +100,17 @@ void Run(const TOptions& Options) {
 
 void AddResampleCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("resample", "Give poses along the path by arc length");
-  command->footer(kFooter);
-  AddPathFile(*command, options->File, options->IsPlane);
-  AddPositive(*command, "--step", "S", options->Spacing.Step, "A pose every S of length; the last step may be shorter");
-  AddCount(*command, "--count", options->Spacing.Count, 2, kMaxPoses,
+  CLI::App& command = AddCommand(Program, "resample", "Give poses along the path by arc length", kFooter,
+                                 [options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  AddPathFile(command, options->File, options->IsPlane);
+  AddPositive(command, "--step", "S", options->Spacing.Step, "A pose every S of length; the last step may be shorter");
+  AddCount(command, "--count", options->Spacing.Count, 2, kMaxPoses,
            "N poses, evenly spaced from the start to the end");
-  AddLengths(*command, "--at", "S1,S2,...", options->Spacing.At, "The poses at these lengths from the start");
-  AddMethod(*command, options->Method, "How the curve parameter is spread over the poses (default: chord)");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { options->IsPlane ? Run<TPoint2D>(*options) : Run<TPoint6D>(*options); });
+  AddLengths(command, "--at", "S1,S2,...", options->Spacing.At, "The poses at these lengths from the start");
+  AddMethod(command, options->Method, "How the curve parameter is spread over the poses (default: chord)");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

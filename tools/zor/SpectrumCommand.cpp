@@ -9,7 +9,6 @@
 #include <zor/RowInput.h>
 #include <zor/SignalPicture.h>
 #include <zor/SpectralLines.h>
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <numeric>
@@ -116,17 +115,16 @@ void Run(const TOptions& Options) {
 
 void AddSpectrumCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("spectrum", "Find the frequencies in a sampled signal");
-  command->footer(kFooter);
-  AddNumberFile(*command, options->File);
-  AddPositive(*command, "--dt", "T", options->Dt, "The time from sample to sample");
-  AddPositive(*command, "--fs", "F", options->Fs, "The number of samples per unit of time");
-  AddCount(*command, "--column", options->Column, 1, static_cast<std::int64_t>(kMostColumns),
+  CLI::App& command = AddCommand(Program, "spectrum", "Find the frequencies in a sampled signal", kFooter,
+                                 [options] { Run(*options); });
+  AddNumberFile(command, options->File);
+  AddPositive(command, "--dt", "T", options->Dt, "The time from sample to sample");
+  AddPositive(command, "--fs", "F", options->Fs, "The number of samples per unit of time");
+  AddCount(command, "--column", options->Column, 1, static_cast<std::int64_t>(kMostColumns),
            "The number of each line that is the sample (default 1)");
-  AddCount(*command, "--top", options->Top, 1, kMostLines, "How many lines are listed (default 10)");
-  AddJson(*command, options->IsJson);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { Run(*options); });
+  AddCount(command, "--top", options->Top, 1, kMostLines, "How many lines are listed (default 10)");
+  AddJson(command, options->IsJson);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

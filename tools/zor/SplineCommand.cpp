@@ -10,7 +10,6 @@
 #include <zor/RowOutput.h>
 #include <zor/SplinePath.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
@@ -173,16 +172,15 @@ void Run(const TOptions& Options) {
 
 void AddSplineCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("spline", "Lay a smooth curve through rows of up to 44 numbers");
-  command->footer(kFooter);
-  AddNumberFile(*command, options->File);
-  AddCount(*command, "--samples-per-segment", options->Samples, 1, kMaxPoses,
+  CLI::App& command = AddCommand(Program, "spline", "Lay a smooth curve through rows of up to 44 numbers", kFooter,
+                                 [options] { Run(*options); });
+  AddNumberFile(command, options->File);
+  AddCount(command, "--samples-per-segment", options->Samples, 1, kMaxPoses,
            fmt::format("N points from each row to the next (default: {})", kUsualSamples));
-  AddPositive(*command, "--step", "S", options->Step, "A point every S of length; the last step may be shorter");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { Run(*options); });
+  AddPositive(command, "--step", "S", options->Step, "A point every S of length; the last step may be shorter");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

@@ -10,7 +10,6 @@
 #include <zor/SurfaceGrid.h>
 #include <zor/SurfacePicture.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
@@ -224,17 +223,14 @@ void Run(const TOptions& Options) {
 
 void AddSurfaceCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("surface", "Lay a smooth surface through scattered heights");
-  command->footer(kFooter);
-  command->add_option("SAMPLES", options->Samples, "The heights, one x,y,z per line; - is standard input")
-      ->type_name("")
-      ->required();
-  command->add_option("--at", options->At, "The places, one x,y per line; - is standard input")->type_name("FILE");
-  AddNumbers(*command, "--grid", "NX,NY", 2, options->Grid, "NX by NY places over the box of the samples");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  AddPlot(*command, options->Plot);
-  command->callback([options] { Run(*options); });
+  CLI::App& command = AddCommand(Program, "surface", "Lay a smooth surface through scattered heights", kFooter,
+                                 [options] { Run(*options); });
+  AddFile(command, "SAMPLES", options->Samples, "The heights, one x,y,z per line; - is standard input");
+  AddText(command, "--at", "FILE", options->At, "The places, one x,y per line; - is standard input");
+  AddNumbers(command, "--grid", "NX,NY", 2, options->Grid, "NX by NY places over the box of the samples");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
+  AddPlot(command, options->Plot);
 }
 
 }  // namespace ZORBase::Tool

@@ -7,7 +7,6 @@
 #include <zor/Progress.h>
 #include <zor/RowOutput.h>
 #include <zor/TextOutput.h>
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <optional>
@@ -89,19 +88,15 @@ void Run(const TOptions& Options) {
 
 void AddTransformCommand(CLI::App& Program) {
   const auto options = std::make_shared<TOptions>();
-  CLI::App* const command = Program.add_subcommand("transform", "Turn and move poses");
-  command->footer(kFooter);
-  AddPoseFile(*command, options->File);
-  AddNumbers(*command, "--xyz", "NUMBERS", 6, options->Xyz,
-             "Position and angles of the frame, turned about x, y', z''");
-  AddNumbers(*command, "--zyx", "NUMBERS", 6, options->Zyx,
-             "Position and angles of the frame, turned about z, y', x''");
-  AddNumbers(*command, "--matrix", "NUMBERS", 12, options->Matrix, "The transform as a matrix of three rows");
-  AddDegrees(*command, options->IsDegrees, "The angles of --xyz and --zyx are degrees, not radians");
-  command->add_flag("--invert", options->IsInverse, "The other way: from the frame back");
-  AddOutput(*command, options->Output);
-  AddDecimals(*command, options->Decimals);
-  command->callback([options] { Run(*options); });
+  CLI::App& command = AddCommand(Program, "transform", "Turn and move poses", kFooter, [options] { Run(*options); });
+  AddPoseFile(command, options->File);
+  AddNumbers(command, "--xyz", "NUMBERS", 6, options->Xyz, "Position and angles of the frame, turned about x, y', z''");
+  AddNumbers(command, "--zyx", "NUMBERS", 6, options->Zyx, "Position and angles of the frame, turned about z, y', x''");
+  AddNumbers(command, "--matrix", "NUMBERS", 12, options->Matrix, "The transform as a matrix of three rows");
+  AddDegrees(command, options->IsDegrees, "The angles of --xyz and --zyx are degrees, not radians");
+  AddFlag(command, "--invert", options->IsInverse, "The other way: from the frame back");
+  AddOutput(command, options->Output);
+  AddDecimals(command, options->Decimals);
 }
 
 }  // namespace ZORBase::Tool
