@@ -2,9 +2,21 @@
 #include <ZORBase/ZORBaseAlg/uFFT.h>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <random>
 #include <vector>
+
+#ifdef ZORBASE_BENCH_FFTW
+#include <fftw3.h>
+#endif
+#ifdef ZORBASE_BENCH_GSL
+#include <gsl/gsl_fft_real.h>
+#endif
+#ifdef ZORBASE_BENCH_KISSFFT
+#include <kissfft/kiss_fftr.h>
+#endif
 
 #include "../tests/ZORBaseAlg/uFFT/PlainFFT.h"
 
@@ -64,5 +76,82 @@ BENCHMARK(CalFFT)->Name("CalFFT/library")->RangeMultiplier(4)->Range(1 << 6, 1 <
 BENCHMARK(CalFFTPadded)->Name("CalFFT, padded/library")->Arg(1 << 10)->Arg(1 << 16);
 BENCHMARK(PlainFFT)->Name("CalFFT/plain")->RangeMultiplier(4)->Range(1 << 6, 1 << 20);
 BENCHMARK(AmplitudesAndPhases)->Name("Amplitudes and phases/library")->Arg(1 << 10);
+
+// ---------------------------------------------------------------------------------------------- other libraries
+
+#ifdef ZORBASE_BENCH_FFTW
+// Plans are measured before the clock starts. Of the two, the complex one does the work that the library does: it has no use
+// for the symmetry of a real signal either.
+void FftwReal(benchmark::State& State) {
+  const auto count = static_cast<std::size_t>(State.range(0));
+  double* const in = fftw_alloc_real(count);
+  fftw_complex* const out = fftw_alloc_complex(count / 2 + 1);
+  const fftw_plan plan = fftw_plan_dft_r2c_1d(static_cast<int>(count), in, out, FFTW_MEASURE);
+  std::ranges::copy(Noise(State.range(0)), in);
+  for (auto _ : State) {
+    fftw_execute(plan);
+    benchmark::ClobberMemory();
+  }
+  fftw_destroy_plan(plan);
+  fftw_free(in);
+  fftw_free(out);
+  CountSamples(State);
+}
+
+void FftwComplex(benchmark::State& State) {
+  const auto count = static_cast<std::size_t>(State.range(0));
+  fftw_complex* const in = fftw_alloc_complex(count);
+  fftw_complex* const out = fftw_alloc_complex(count);
+  const fftw_plan plan = fftw_plan_dft_1d(static_cast<int>(count), in, out, FFTW_FORWARD, FFTW_MEASURE);
+  const std::vector<double> samples = Noise(State.range(0));
+  for (std::size_t i = 0; i < count; ++i) {
+    in[i][0] = samples[i];
+    in[i][1] = 0.0;
+  }
+  for (auto _ : State) {
+    fftw_execute(plan);
+    benchmark::ClobberMemory();
+  }
+  fftw_destroy_plan(plan);
+  fftw_free(in);
+  fftw_free(out);
+  CountSamples(State);
+}
+
+BENCHMARK(FftwComplex)->Name("CalFFT/FFTW complex")->RangeMultiplier(4)->Range(1 << 10, 1 << 20);
+BENCHMARK(FftwReal)->Name("CalFFT/FFTW real")->RangeMultiplier(4)->Range(1 << 10, 1 << 20);
+#endif
+
+#ifdef ZORBASE_BENCH_GSL
+// In place; the copy of the samples is part of it, as it overwrites them.
+void GslReal(benchmark::State& State) {
+  const std::vector<double> samples = Noise(State.range(0));
+  std::vector<double> data(samples.size());
+  for (auto _ : State) {
+    std::ranges::copy(samples, data.begin());
+    gsl_fft_real_radix2_transform(data.data(), 1, data.size());
+    benchmark::ClobberMemory();
+  }
+  CountSamples(State);
+}
+BENCHMARK(GslReal)->Name("CalFFT/GSL")->RangeMultiplier(4)->Range(1 << 10, 1 << 20);
+#endif
+
+#ifdef ZORBASE_BENCH_KISSFFT
+// In single precision.
+void KissReal(benchmark::State& State) {
+  const std::vector<double> samples = Noise(State.range(0));
+  const std::vector<float> in(samples.begin(), samples.end());
+  std::vector<kiss_fft_cpx> out(in.size() / 2 + 1);
+  const kiss_fftr_cfg plan = kiss_fftr_alloc(static_cast<int>(in.size()), 0, nullptr, nullptr);
+  for (auto _ : State) {
+    kiss_fftr(plan, in.data(), out.data());
+    benchmark::ClobberMemory();
+  }
+  kiss_fftr_free(plan);
+  CountSamples(State);
+}
+BENCHMARK(KissReal)->Name("CalFFT/kissfft")->RangeMultiplier(4)->Range(1 << 10, 1 << 20);
+#endif
 
 }  // namespace

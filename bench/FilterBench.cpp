@@ -7,6 +7,11 @@
 #include <cstdint>
 #include <vector>
 
+#ifdef ZORBASE_BENCH_LIQUID
+#include <liquid/liquid.h>
+#include <complex>  // before it, so that it takes the complex numbers of C++
+#endif
+
 namespace {
 
 constexpr double kSampleFrequency = 1000.0;
@@ -98,5 +103,28 @@ BENCHMARK_TEMPLATE(FilterSpan, TAverageLowPassFilter)
     ->Arg(5)
     ->Arg(51)
     ->Arg(501);
+
+#ifdef ZORBASE_BENCH_LIQUID
+// Liquid filters in single precision.
+void FilterLiquid(benchmark::State& State) {
+  THammingLowPassFilter design;
+  Design(design, static_cast<int>(State.range(0)));
+  std::vector<float> coefficients(design.Coeff().begin(), design.Coeff().end());
+  const std::vector<double> samples = Samples();
+  const std::vector<float> inputs(samples.begin(), samples.end());
+  std::vector<float> results(inputs.size());
+  const firfilt_rrrf filter = firfilt_rrrf_create(coefficients.data(), static_cast<unsigned>(coefficients.size()));
+  for (auto _ : State) {
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+      firfilt_rrrf_push(filter, inputs[i]);
+      firfilt_rrrf_execute(filter, &results[i]);
+    }
+    benchmark::ClobberMemory();
+  }
+  firfilt_rrrf_destroy(filter);
+  State.SetItemsProcessed(State.iterations() * static_cast<std::int64_t>(inputs.size()));
+}
+BENCHMARK(FilterLiquid)->Name("Filt, one sample, taps:/liquid")->Arg(5)->Arg(51)->Arg(501);
+#endif
 
 }  // namespace

@@ -6,6 +6,8 @@
 //   ZORBASE_NOINLINE        before a function: kept out of the way of its caller's straight path
 //   ZORBASE_INDEPENDENT     before a loop: no turn writes what another one reads
 //   ZORBASE_UNROLL          before a loop of at most 8 turns: written out turn by turn
+//   ZORBASE_LANES           before a short loop over lanes inside another loop: its turns become the lanes of vectors. Unrolled
+//                           first, as a compiler likes to do, they would become vectors along the outer loop
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
 // No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
 // always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only; so it is
@@ -45,12 +47,16 @@
 
 #if defined(__clang__)
 #define ZORBASE_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#define ZORBASE_LANES _Pragma("clang loop vectorize(assume_safety)")
 #elif defined(__GNUC__)
 #define ZORBASE_INDEPENDENT _Pragma("GCC ivdep")
+#define ZORBASE_LANES _Pragma("GCC unroll 1")
 #elif defined(_MSC_VER)
 #define ZORBASE_INDEPENDENT __pragma(loop(ivdep))
+#define ZORBASE_LANES
 #else
 #define ZORBASE_INDEPENDENT
+#define ZORBASE_LANES
 #endif
 
 #if defined(__GNUC__)

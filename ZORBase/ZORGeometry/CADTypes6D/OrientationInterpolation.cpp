@@ -21,8 +21,21 @@ constexpr double kSafeMagnitude = 1e-5;
 
 double ClampedToUnit(double t) { return t < 0.0 ? 0.0 : t > 1.0 ? 1.0 : t; }
 
-// q or -q, whichever lies on the side of Reference; q itself when neither does.
-TQuaternion Aligned(const TQuaternion& q, const TQuaternion& Reference) { return Reference.DotMul(q) < 0.0 ? -q : q; }
+// q or -q, whichever lies on the side that the sign of its dot product tells; q itself on neither. Without a branch: nobody
+// can predict it.
+TQuaternion Aligned(const TQuaternion& q, double Dot) { return q * (Dot < 0.0 ? -1.0 : 1.0); }
+
+TQuaternion Aligned(const TQuaternion& q, const TQuaternion& Reference) { return Aligned(q, Reference.DotMul(q)); }
+
+// The arc to q from a quaternion that it is aligned with. Dot is their product up to its sign, which alignment takes away.
+double ArcTo(const TQuaternion& q, double Dot) {
+  const double c = std::fabs(Dot) > 1.0 ? 1.0 : std::fabs(Dot);
+  try {
+    return ArcCos(c);
+  } catch (const TGeneralError& Error) {
+    RaiseGeneralError(Error.what() + Format1033("%.6f %.6f %.6f %.6f %.8f %d", q.a, q.b, q.c, q.d, c, c > 1.0 ? 1 : 0));
+  }
+}
 
 TQuaternion QuaternionOf(const TMatrix4D& m) {
   TQuaternion q;
@@ -62,25 +75,26 @@ class TNLerp {
 
 class TSLerp {
  public:
-  TSLerp(const TQuaternion& q1, const TQuaternion& q2)
-      : FFrom(q1), FTo(Aligned(q2, q1)), FChord(q1, FTo), FAngle(QuaternionAngle(q1, FTo)), FSine(std::sin(FAngle)) {}
+  TSLerp(const TQuaternion& q1, const TQuaternion& q2) : TSLerp(q1, q2, q1.DotMul(q2)) {}
 
   TQuaternion At(double t) const {
     const double weight = ClampedToUnit(t);
-    if (IsShort()) return FChord.At(weight);
+    if (IsShort()) return TNLerp(FFrom, FTo).At(weight);
     const double w1 = std::sin((1.0 - weight) * FAngle) / FSine;
     const double w2 = std::sin(weight * FAngle) / FSine;
     return FFrom * w1 + FTo * w2;
   }
 
-  bool MayFail() const { return IsShort() && FChord.MayFail(); }
+  bool MayFail() const { return IsShort() && TNLerp(FFrom, FTo).MayFail(); }
 
  private:
+  TSLerp(const TQuaternion& q1, const TQuaternion& q2, double Dot)
+      : FFrom(q1), FTo(Aligned(q2, Dot)), FAngle(ArcTo(FTo, Dot)), FSine(std::sin(FAngle)) {}
+
   bool IsShort() const { return fEqual(FAngle, 0.0, kShortArc); }
 
   TQuaternion FFrom;
   TQuaternion FTo;
-  TNLerp FChord;
   double FAngle;
   double FSine;
 };
@@ -134,14 +148,8 @@ TQuaternion ControlOrientation(const TQuaternion& q0, const TQuaternion& q, cons
 // ---------------------------------------------------------------------------------------------- angles
 
 double QuaternionAngle(const TQuaternion& q1, const TQuaternion& q2) {
-  const TQuaternion q = Aligned(q2, q1);
-  const double dot = q1.DotMul(q);
-  const double c = dot < -1.0 ? -1.0 : dot > 1.0 ? 1.0 : dot;
-  try {
-    return ArcCos(c);
-  } catch (const TGeneralError& Error) {
-    RaiseGeneralError(Error.what() + Format1033("%.6f %.6f %.6f %.6f %.8f %d", q.a, q.b, q.c, q.d, c, c > 1.0 ? 1 : 0));
-  }
+  const double dot = q1.DotMul(q2);
+  return ArcTo(Aligned(q2, dot), dot);
 }
 
 double MatrixAngle(const TMatrix4D& m1, const TMatrix4D& m2) {

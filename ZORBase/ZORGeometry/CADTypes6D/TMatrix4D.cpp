@@ -6,6 +6,7 @@
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/common/Cadtypes/SMatrixSigular.h>
 #include <ZORBase/common/Cadtypes/fEqual.h>
+#include <ZORBase/kernels/PointTransform.h>
 
 #include <algorithm>
 #include <cmath>
@@ -50,26 +51,13 @@ bool IsIdentity(const TMatrix4D& M, std::size_t ColumnCount) {
   return true;
 }
 
-bool IsFar(const TPoint3D& P) {
-  return P.X > TMatrix4D::kFarCoordinate || P.Y > TMatrix4D::kFarCoordinate || P.Z > TMatrix4D::kFarCoordinate;
+// The single form behind its test for the identity, which the batch form makes once for all items.
+TPoint6D PoseUnlessFar(const TMatrix4D& M, const TPoint6D& P) {
+  return TPoint6D::Create(MovedUnlessFar(M.fm, P.GetPoint(), TMatrix4D::kFarCoordinate),
+                          TurnedUnlessFar(M.fm, P.GetVector(), TMatrix4D::kFarCoordinate));
 }
 
-// R V
-inline TPoint3D Turned(const TMatrix4D& M, const TPoint3D& V) {
-  const auto row = [&](std::size_t i) { return M.fm[i][0] * V.X + M.fm[i][1] * V.Y + M.fm[i][2] * V.Z; };
-  return TPoint3D::Create(row(0), row(1), row(2));
-}
-
-// R P + t
-inline TPoint3D Moved(const TMatrix4D& M, const TPoint3D& P) { return Turned(M, P) + M.GetTranslationPt(); }
-
-// The single forms behind their test for the identity, which the batch forms make once for all items.
-inline TPoint3D MovedUnlessFar(const TMatrix4D& M, const TPoint3D& P) { return IsFar(P) ? P : Moved(M, P); }
-inline TPoint3D TurnedUnlessFar(const TMatrix4D& M, const TPoint3D& V) { return IsFar(V) ? V : Turned(M, V); }
-inline TPoint6D PoseUnlessFar(const TMatrix4D& M, const TPoint6D& P) {
-  return TPoint6D::Create(MovedUnlessFar(M, P.GetPoint()), TurnedUnlessFar(M, P.GetVector()));
-}
-
+// Transform(items) does the work where there is some.
 template <class TItem, class TTransform>
 void TransformAll(const TMatrix4D& M, std::string_view Name, std::span<const TItem> Items, std::span<TItem> Results,
                   TTransform&& Transform) {
@@ -77,12 +65,8 @@ void TransformAll(const TMatrix4D& M, std::string_view Name, std::span<const TIt
     RaiseGeneralError(
         Format1033("TMatrix4D.%s: %d items do not fit into %d results", Name, Items.size(), Results.size()));
   }
-  if (M.isIdent()) {
-    if (Results.data() != Items.data()) std::copy(Items.begin(), Items.end(), Results.begin());
-    return;
-  }
-  const TMatrix4D matrix = M;  // a copy that no result can overwrite, so that its entries stay in registers
-  for (std::size_t i = 0; i < Items.size(); ++i) Results[i] = Transform(matrix, Items[i]);
+  if (!M.isIdent()) return Transform();
+  if (Results.data() != Items.data()) std::copy(Items.begin(), Items.end(), Results.begin());
 }
 
 double RoundedTo(double Value, int Digits) {
@@ -180,7 +164,7 @@ void TMatrix4D::Multiply(const TMatrix4D& M, bool APost) {
   }
   const TPoint3D shift = right.GetTranslationPt();
   const bool isShifted = !(shift.X == 0.0 && shift.Y == 0.0 && shift.Z == 0.0);
-  SetTranslationPt(isShifted ? Moved(left, shift) : left.GetTranslationPt());
+  SetTranslationPt(isShifted ? Moved(left.fm, shift) : left.GetTranslationPt());
 }
 
 void TMatrix4D::Invert() {
@@ -224,24 +208,32 @@ TMatrix4D TMatrix4D::RoundTo(int Digits) const {
 
 // ---------------------------------------------------------------------------------------------- transforming
 
-TPoint3D TMatrix4D::TransformPt(const TPoint3D& P) const { return isIdent() ? P : MovedUnlessFar(*this, P); }
+TPoint3D TMatrix4D::TransformPt(const TPoint3D& P) const {
+  return isIdent() ? P : MovedUnlessFar(fm, P, kFarCoordinate);
+}
 
-TPoint3D TMatrix4D::TransformVec(const TPoint3D& V) const { return isIdent() ? V : TurnedUnlessFar(*this, V); }
+TPoint3D TMatrix4D::TransformVec(const TPoint3D& V) const {
+  return isIdent() ? V : TurnedUnlessFar(fm, V, kFarCoordinate);
+}
 
 TPoint6D TMatrix4D::TransformPose(const TPoint6D& P) const { return isIdent() ? P : PoseUnlessFar(*this, P); }
 
-TLine3D TMatrix4D::TransformLine(const TLine3D& L) const { return {Moved(*this, L.StartPt), Moved(*this, L.EndPt)}; }
+TLine3D TMatrix4D::TransformLine(const TLine3D& L) const { return {Moved(fm, L.StartPt), Moved(fm, L.EndPt)}; }
 
 void TMatrix4D::TransformPts(std::span<const TPoint3D> Points, std::span<TPoint3D> Results) const {
-  TransformAll(*this, "TransformPts", Points, Results, MovedUnlessFar);
+  TransformAll(*this, "TransformPts", Points, Results, [&] { MoveAll(fm, Points, Results.data(), kFarCoordinate); });
 }
 
 void TMatrix4D::TransformVecs(std::span<const TPoint3D> Vectors, std::span<TPoint3D> Results) const {
-  TransformAll(*this, "TransformVecs", Vectors, Results, TurnedUnlessFar);
+  TransformAll(*this, "TransformVecs", Vectors, Results, [&] { TurnAll(fm, Vectors, Results.data(), kFarCoordinate); });
 }
 
 void TMatrix4D::TransformPoses(std::span<const TPoint6D> Poses, std::span<TPoint6D> Results) const {
-  TransformAll(*this, "TransformPoses", Poses, Results, PoseUnlessFar);
+  TransformAll(*this, "TransformPoses", Poses, Results, [&] {
+    const TMatrix4D matrix = *this;  // a copy that no result can overwrite, so that its entries stay in registers
+    std::transform(Poses.begin(), Poses.end(), Results.begin(),
+                   [&](const TPoint6D& P) { return PoseUnlessFar(matrix, P); });
+  });
 }
 
 // ---------------------------------------------------------------------------------------------- tests and text

@@ -5,7 +5,6 @@
 #include <ZORBase/common/Cadtypes/ArcCos.h>
 #include <ZORBase/common/Cadtypes/fEqual.h>
 
-#include <array>
 #include <string>
 #include <type_traits>
 
@@ -35,32 +34,6 @@ TQuaternion TQuaternion::Inverse() const {
   const double n = NormMagSqr();
   if (std::fabs(n) < kTolerance) RaiseGeneralError(Format1033("Quaternion mag zero: %.6f", n));
   return Conj() / n;
-}
-
-// The four candidates are 4 a^2, 4 b^2, 4 c^2 and 4 d^2 of a unit quaternion. They sum to 4, so that the largest is at
-// least 1 and its root a safe divisor: the products of it with the others stand in the sums and differences of entries.
-void TQuaternion::CreateFromMatrix4D(const TMatrix4D& m) {
-  const auto& r = m.fm;
-  const std::array<double, 4> candidates = {r[0][0] + r[1][1] + r[2][2] + 1.0, r[0][0] - r[1][1] - r[2][2] + 1.0,
-                                            r[1][1] - r[0][0] - r[2][2] + 1.0, r[2][2] - r[0][0] - r[1][1] + 1.0};
-  std::size_t index = 0;
-  for (std::size_t i = 1; i < 4; ++i) {
-    if (candidates[i] > candidates[index]) index = i;
-  }
-  const double h = std::sqrt(candidates[index]) / 2.0;
-  const double f = 0.25 / h;
-  switch (index) {
-    case 0: *this = Create(h, (r[2][1] - r[1][2]) * f, (r[0][2] - r[2][0]) * f, (r[1][0] - r[0][1]) * f); break;
-    case 1: *this = Create((r[2][1] - r[1][2]) * f, h, (r[1][0] + r[0][1]) * f, (r[0][2] + r[2][0]) * f); break;
-    case 2: *this = Create((r[0][2] - r[2][0]) * f, (r[1][0] + r[0][1]) * f, h, (r[2][1] + r[1][2]) * f); break;
-    default: *this = Create((r[1][0] - r[0][1]) * f, (r[0][2] + r[2][0]) * f, (r[2][1] + r[1][2]) * f, h); break;
-  }
-}
-
-TMatrix4D TQuaternion::ToMatrix4D() const {
-  return TMatrix4D::Create(1.0 - 2.0 * c * c - 2.0 * d * d, 2.0 * b * c - 2.0 * a * d, 2.0 * a * c + 2.0 * b * d,  //
-                           2.0 * b * c + 2.0 * a * d, 1.0 - 2.0 * b * b - 2.0 * d * d, 2.0 * c * d - 2.0 * a * b,  //
-                           2.0 * b * d - 2.0 * a * c, 2.0 * a * b + 2.0 * c * d, 1.0 - 2.0 * b * b - 2.0 * c * c);
 }
 
 TPoint3D TQuaternion::Log() const {

@@ -4,7 +4,9 @@
 #include <ZORBase/common/Cadtypes/TPoint3D.h>
 #include <ZORBase/common/Export.h>
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace ZORBase {
 
@@ -87,7 +89,7 @@ struct ZORBASE_API TQuaternion {
   void CreateFromMatrix4D(const TMatrix4D& m);
 
   /// \return the rotation of this quaternion, taken as a unit one: another magnitude gives no orthogonal matrix.
-  TMatrix4D ToMatrix4D() const;
+  constexpr TMatrix4D ToMatrix4D() const;
 
   /// \return the axis of rotation times half the angle, in radians; the zero vector when the vector part is at most
   ///         1e-6 long, beside a real part of -1 too.
@@ -141,5 +143,31 @@ struct ZORBASE_API TQuaternion {
   TQuaternion DividedBy(double s) const;
   bool IsEqual(const TQuaternion& q) const;
 };
+
+// The four candidates are 4 a^2, 4 b^2, 4 c^2 and 4 d^2 of a unit quaternion. They sum to 4, so that the largest is at
+// least 1 and its root a safe divisor: the products of it with the others stand in the sums and differences of entries.
+inline void TQuaternion::CreateFromMatrix4D(const TMatrix4D& m) {
+  const auto& r = m.fm;
+  const std::array<double, 4> candidates = {r[0][0] + r[1][1] + r[2][2] + 1.0, r[0][0] - r[1][1] - r[2][2] + 1.0,
+                                            r[1][1] - r[0][0] - r[2][2] + 1.0, r[2][2] - r[0][0] - r[1][1] + 1.0};
+  std::size_t index = 0;
+  for (std::size_t i = 1; i < 4; ++i) {
+    if (candidates[i] > candidates[index]) index = i;
+  }
+  const double h = std::sqrt(candidates[index]) / 2.0;
+  const double f = 0.25 / h;
+  switch (index) {
+    case 0: *this = Create(h, (r[2][1] - r[1][2]) * f, (r[0][2] - r[2][0]) * f, (r[1][0] - r[0][1]) * f); break;
+    case 1: *this = Create((r[2][1] - r[1][2]) * f, h, (r[1][0] + r[0][1]) * f, (r[0][2] + r[2][0]) * f); break;
+    case 2: *this = Create((r[0][2] - r[2][0]) * f, (r[1][0] + r[0][1]) * f, h, (r[2][1] + r[1][2]) * f); break;
+    default: *this = Create((r[1][0] - r[0][1]) * f, (r[0][2] + r[2][0]) * f, (r[2][1] + r[1][2]) * f, h); break;
+  }
+}
+
+constexpr TMatrix4D TQuaternion::ToMatrix4D() const {
+  return TMatrix4D::Create(1.0 - 2.0 * c * c - 2.0 * d * d, 2.0 * b * c - 2.0 * a * d, 2.0 * a * c + 2.0 * b * d,  //
+                           2.0 * b * c + 2.0 * a * d, 1.0 - 2.0 * b * b - 2.0 * d * d, 2.0 * c * d - 2.0 * a * b,  //
+                           2.0 * b * d - 2.0 * a * c, 2.0 * a * b + 2.0 * c * d, 1.0 - 2.0 * b * b - 2.0 * c * c);
+}
 
 }  // namespace ZORBase

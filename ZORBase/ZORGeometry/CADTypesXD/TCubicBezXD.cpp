@@ -1,6 +1,7 @@
 #include <ZORBase/ZORGeometry/CADTypesXD/TCubicBezXD.h>
 
 #include <ZORBase/common/Cadtypes/TNumeric.h>
+#include <ZORBase/kernels/BezierSpeed.h>
 
 #include <algorithm>
 #include <cmath>
@@ -37,46 +38,26 @@ TPointXD Deriv2At(const TCubicBezXD& Bez, double t) {
   return 6.0 * (s * first + t * second);
 }
 
-// The speed |B'(t)| at several places side by side. Each coordinate of the derivative is t (t q + 6a - 12b + 6c) - 3a + 3b with
-// q = -3a + 9b - 9c + 3d; what does not depend on t is formed once, every sum keeps its order.
-class TSpeed {
- public:
-  explicit TSpeed(const TCubicBezXD& Bez) {
-    for (std::size_t i = 0; i < Bez.FP0.Coordinates().size(); ++i) {
-      const double a = Bez.FP0.Items[i];
-      const double b = Bez.FP1.Items[i];
-      const double c = Bez.FP2.Items[i];
-      const double d = Bez.FP3.Items[i];
-      FTerms[FCount++] = {-3.0 * a + 9.0 * b - 9.0 * c + 3.0 * d, 6.0 * a, 12.0 * b, 6.0 * c, 3.0 * a, 3.0 * b};
-    }
-  }
+static_assert(TBezierTerms::kMaxCoordinates == TPointXD::kMaxDimension);
 
-  void operator()(std::span<const double> Places, std::span<double> Values) const {
-    std::fill(Values.begin(), Values.end(), 0.0);
-    for (const TTerms& x : std::span(FTerms).first(FCount)) {
-      for (std::size_t k = 0; k < Places.size(); ++k) {
-        const double t = Places[k];
-        const double derivative = t * (t * x.Quadratic + x.A6 - x.B12 + x.C6) - x.A3 + x.B3;
-        Values[k] += derivative * derivative;
-      }
-    }
-    for (double& value : Values) value = std::sqrt(value);
-  }
+TBezierTerms TermsOf(const TCubicBezXD& Bez) {
+  return {Bez.FP0.Items, Bez.FP1.Items, Bez.FP2.Items, Bez.FP3.Items, Bez.FP0.Coordinates().size()};
+}
 
-  double Length(double From, double To) const {
-    const double t0 = From < 0.0 ? 0.0 : From;
-    const double t1 = To > 1.0 ? 1.0 : To;
-    if (!(t0 < t1)) return 0.0;
-    return TNumeric::GaussQuadratureOfSpan(*this, TGeInterval::Create(t0, t1, kLengthIntervalTolerance), kLengthPoints);
-  }
-
- private:
-  struct TTerms {
-    double Quadratic, A6, B12, C6, A3, B3;
+double LengthBetween(const TBezierTerms& Terms, double From, double To) {
+  const double t0 = From < 0.0 ? 0.0 : From;
+  const double t1 = To > 1.0 ? 1.0 : To;
+  if (!(t0 < t1)) return 0.0;
+  static_assert(kLengthPoints <= kSpeedLanes);
+  const auto speeds = [&Terms](std::span<const double> Params, std::span<double> Speeds) {
+    TSpeedLanes params{};
+    TSpeedLanes results;
+    std::copy(Params.begin(), Params.end(), params.begin());
+    BezierSpeeds(Terms, params, results);
+    std::copy_n(results.begin(), Speeds.size(), Speeds.begin());
   };
-  std::array<TTerms, TPointXD::kMaxDimension> FTerms;
-  std::size_t FCount = 0;
-};
+  return TNumeric::GaussQuadratureOfSpan(speeds, TGeInterval::Create(t0, t1, kLengthIntervalTolerance), kLengthPoints);
+}
 
 }  // namespace
 
@@ -105,25 +86,21 @@ TPointXD TCubicBezXD::EvalDeriv(double t) const { return DerivAt(*this, ClampedP
 
 TPointXD TCubicBezXD::EvalDeriv2(double t) const { return Deriv2At(*this, ClampedParam(t)); }
 
-double TCubicBezXD::GaussLengthFunc(double t) const {
-  double speed = 0.0;
-  TSpeed{*this}({&t, 1}, {&speed, 1});
-  return speed;
-}
+double TCubicBezXD::GaussLengthFunc(double t) const { return BezierSpeed(TermsOf(*this), t); }
 
-double TCubicBezXD::LengthOfParam(double t0, double t1) const { return TSpeed(*this).Length(t0, t1); }
+double TCubicBezXD::LengthOfParam(double t0, double t1) const { return LengthBetween(TermsOf(*this), t0, t1); }
 
 double TCubicBezXD::ParamOfLength(double Len) const {
-  const TSpeed speed(*this);
+  const TBezierTerms terms = TermsOf(*this);
   double t = 1.0;
-  double length = speed.Length(0.0, 1.0);
+  double length = LengthBetween(terms, 0.0, 1.0);
   if (length <= Len) return 1.0;
   double step = 1.0;
   while (std::fabs(length - Len) >= kLengthTolerance) {
     step *= 0.5;
     if (step < kSmallestStep) break;
     t += length >= Len ? -step : step;
-    length = speed.Length(0.0, t);
+    length = LengthBetween(terms, 0.0, t);
   }
   return t;
 }

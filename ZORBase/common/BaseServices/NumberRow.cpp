@@ -1,16 +1,35 @@
 #include <ZORBase/common/BaseServices/NumberRow.h>
 
+#include <ZORBase/common/BaseServices/PlainDecimal.h>
 #include <ZORBase/common/BaseServices/TDelimitedText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+
+#include <algorithm>
+#include <array>
 
 namespace ZORBase {
 namespace {
 
 // Reads into Values, or returns why the row does not fit. A wrong count weighs more than an item that is no number.
 std::string ReadRow(std::string_view Text, std::span<double> Values, TNumberForm Form) {
-  std::string firstError;
+  TDelimitedText items(Text);
+  bool isThere = items.Next();
+
+  // Items of the common form, as far as they go. The divisions come at the end, side by side: they take long.
+  constexpr std::size_t kMaxPlain = 64;
+  std::array<double, kMaxPlain> divisors;
+  const std::size_t limit = Form == nf1033 ? std::min(Values.size(), kMaxPlain) : 0;
   std::size_t count = 0;
-  for (TDelimitedText items(Text); items.Next(); ++count) {
+  for (PlainDecimal::TQuotient quotient; isThere && count < limit; isThere = items.Next(), ++count) {
+    const std::string_view item = items.Item();
+    if (!PlainDecimal::TryReadPlain(item.data(), item.data() + item.size(), quotient)) break;
+    Values[count] = quotient.Numerator;
+    divisors[count] = quotient.Divisor;
+  }
+  for (std::size_t i = 0; i < count; ++i) Values[i] /= divisors[i];
+
+  std::string firstError;
+  for (; isThere; isThere = items.Next(), ++count) {
     if (count >= Values.size() || !firstError.empty()) continue;
     const TNumberStatus status = TryStrToFloat(items.Item(), Form, Values[count]);
     if (status != TNumberStatus::Good) firstError = NumberErrorText(items.Item(), status);
@@ -21,12 +40,26 @@ std::string ReadRow(std::string_view Text, std::span<double> Values, TNumberForm
 }  // namespace
 
 void AppendNumberRow(std::string& Text, std::span<const double> Values, int Decimals, TNumberForm Form) {
-  bool isFirst = true;
-  for (const double value : Values) {
-    if (!isFirst) Text += ',';
-    AppendFixed(Text, value, Decimals, Form);
-    isFirst = false;
+  // Numbers of the common form gather here, as a text grows faster by several at once.
+  constexpr std::size_t kItemRoom = 1 + PlainDecimal::kPlainRoom;
+  std::array<char, 8 * kItemRoom> plain;
+  char* end = plain.data();
+  const auto flush = [&] {
+    Text.append(plain.data(), static_cast<std::size_t>(end - plain.data()));
+    end = plain.data();
+  };
+  const int decimals = std::max(Decimals, 0);
+  for (std::size_t i = 0; i < Values.size(); ++i) {
+    if (plain.data() + plain.size() - end < static_cast<std::ptrdiff_t>(kItemRoom)) flush();
+    if (i > 0) *end++ = ',';
+    if (char* const next = Form == nf1033 ? PlainDecimal::WritePlain(end, Values[i], decimals) : nullptr) {
+      end = next;
+    } else {
+      flush();
+      AppendFixed(Text, Values[i], Decimals, Form);
+    }
   }
+  flush();
 }
 
 void ParseNumberRow(std::string_view Text, std::span<double> Values, TNumberForm Form, std::string_view TypeName) {

@@ -1,6 +1,7 @@
 #include <ZORBase/common/BaseServices/NumberText.h>
 
 #include <ZORBase/common/BaseServices/Characters.h>
+#include <ZORBase/common/BaseServices/PlainDecimal.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
 #include <algorithm>
@@ -60,6 +61,11 @@ TNumberStatus TryUnsigned(std::string_view Text, double& Value) {
 }
 
 TNumberStatus Try1033(std::string_view Text, double& Value) {
+  PlainDecimal::TQuotient quotient;
+  if (PlainDecimal::TryReadPlain(Text.data(), Text.data() + Text.size(), quotient)) {
+    Value = quotient.Numerator / quotient.Divisor;
+    return TNumberStatus::Good;
+  }
   Text = WithoutBlanks(Text);
   const bool isNegative = !Text.empty() && Text.front() == '-';
   if (isNegative || (!Text.empty() && Text.front() == '+')) Text.remove_prefix(1);
@@ -163,6 +169,12 @@ std::string NumberErrorText(std::string_view Text, TNumberStatus Status) {
 void AppendFixed(std::string& Text, double Value, int Decimals, TNumberForm Form) {
   const int decimals = std::max(Decimals, 0);
   const std::size_t start = Text.size();
+  std::array<char, PlainDecimal::kPlainRoom> plain;
+  if (const char* const end = PlainDecimal::WritePlain(plain.data(), Value, decimals)) {
+    Text.append(plain.data(), static_cast<std::size_t>(end - plain.data()));
+    if (Form == nfLocale) ReplacePoint(Text, start);
+    return;
+  }
   if (std::isnan(Value)) {
     Text += "nan";
     return;

@@ -6,6 +6,8 @@
 #include <ZORBase/common/BaseServices/TTextFileReader.h>
 #include <ZORBase/common/BaseServices/TTextFileWriter.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <string>
 #include <string_view>
@@ -17,10 +19,19 @@ namespace ZORBase {
 ///         for a file that cannot be opened. The points before the failing line stay in the list.
 template <class TPoint>
 void LoadPointList(const std::string& FileName, std::string_view ListName, TList<TPoint>& Points) {
+  // After so many lines the rest of the file is taken to be like them, and room is made for it at once: up to a limit, beyond
+  // which the list grows as it does anyway.
+  constexpr int kSampleLines = 1024;
+  constexpr double kRoomLimit = 1 << 24;
   Points.Clear();
   int lineIndex = 0;
   try {
-    for (TTextFileReader lines(FileName); lines.Next(); ++lineIndex) Points.Add(TPoint::Parse1033(lines.Line()));
+    for (TTextFileReader lines(FileName); lines.Next(); ++lineIndex) {
+      if (lineIndex == kSampleLines) {
+        Points.Reserve(static_cast<std::size_t>(std::min(1.01 * kSampleLines / lines.ShareRead(), kRoomLimit)));
+      }
+      Points.Add(TPoint::Parse1033(lines.Line()));
+    }
   } catch (const std::exception& Error) {
     RaiseGeneralError(std::string(ListName) + " LoadFromFile Fail: " + FileName + " Line " +
                       std::to_string(lineIndex + 1) + ". \r\n" + Error.what());
@@ -32,11 +43,8 @@ void LoadPointList(const std::string& FileName, std::string_view ListName, TList
 template <class TPoints, class TAppendLine>
 void SavePointList(const std::string& FileName, const TPoints& Points, TAppendLine&& AppendLine) {
   TTextFileWriter file(FileName);
-  std::string line;
   for (const auto& point : Points) {
-    line.clear();
-    AppendLine(line, point);
-    file.WriteLine(line);
+    file.WriteLineOf([&](std::string& Text) { AppendLine(Text, point); });
   }
   file.Commit();
 }

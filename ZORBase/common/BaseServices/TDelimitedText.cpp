@@ -1,6 +1,5 @@
 #include <ZORBase/common/BaseServices/TDelimitedText.h>
 
-#include <ZORBase/common/BaseServices/Characters.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
 #include <algorithm>
@@ -9,9 +8,6 @@
 namespace ZORBase {
 namespace {
 
-constexpr char kDelimiter = ',';
-constexpr char kQuote = '"';
-
 [[noreturn]] void RaiseByteZero(std::size_t Place) {
   RaiseGeneralError("A byte 0 stands at column " + std::to_string(Place + 1) +
                     "; the text must be plain ASCII or UTF-8");
@@ -19,20 +15,14 @@ constexpr char kQuote = '"';
 
 }  // namespace
 
-TDelimitedText::TDelimitedText(std::string_view Text) : FText(Text) { SkipBlanks(); }
-
-bool TDelimitedText::Next() {
+// Behind the last item, at a quoted one, or at a byte 0.
+bool TDelimitedText::NextUnlessPlain() {
   if (FPlace == FText.size()) {
     FItem = {};
     return std::exchange(FEndsWithEmptyItem, false);
   }
   if (FText[FPlace] == '\0') RaiseByteZero(FPlace);
-  if (FText[FPlace] == kQuote) {
-    ReadQuotedItem();
-  } else {
-    ReadPlainItem();
-  }
-  SkipBlanks();
+  ReadQuotedItem();
   PassSeparator();
   return true;
 }
@@ -53,26 +43,6 @@ void TDelimitedText::ReadQuotedItem() {
   const std::string_view rest = FText.substr(copied, FPlace - copied);
   FItem = copied == begin ? rest : std::string_view(FUnquoted += rest);
   if (FPlace < FText.size()) ++FPlace;
-}
-
-void TDelimitedText::ReadPlainItem() {
-  const std::size_t begin = FPlace;
-  const auto isPartOfItem = [](char Character) {
-    return static_cast<unsigned char>(Character) > 32 && Character != kDelimiter;
-  };
-  while (FPlace < FText.size() && isPartOfItem(FText[FPlace])) ++FPlace;
-  FItem = FText.substr(begin, FPlace - begin);
-}
-
-void TDelimitedText::SkipBlanks() {
-  while (FPlace < FText.size() && IsBlank(FText[FPlace])) ++FPlace;
-}
-
-void TDelimitedText::PassSeparator() {
-  if (FPlace == FText.size() || FText[FPlace] != kDelimiter) return;
-  ++FPlace;
-  FEndsWithEmptyItem = FPlace == FText.size();
-  SkipBlanks();
 }
 
 }  // namespace ZORBase

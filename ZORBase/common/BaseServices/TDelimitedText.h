@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ZORBase/common/BaseServices/Characters.h>
+#include <ZORBase/common/BaseServices/TextScan.h>
 #include <ZORBase/common/Export.h>
 
 #include <cstddef>
@@ -16,20 +18,46 @@ namespace ZORBase {
 class ZORBASE_API TDelimitedText {
  public:
   /// Begins before the first item of Text, which must outlive the walk.
-  explicit TDelimitedText(std::string_view Text);
+  explicit TDelimitedText(std::string_view Text) : FText(Text) { SkipBlanks(); }
 
   /// Goes on to the next item. \return false behind the last one.
   /// \throws the general error for a byte 0, which no item can hold.
-  bool Next();
+  bool Next() {
+    if (FPlace == FText.size() || FText[FPlace] == kQuote || FText[FPlace] == '\0') return NextUnlessPlain();
+    const char* const item = FText.data() + FPlace;
+    const char* const end = FindFirst<TItemEnds>(FText.data(), item, FText.data() + FText.size());
+    FItem = std::string_view(item, static_cast<std::size_t>(end - item));
+    FPlace += FItem.size();
+    if (FPlace + 1 < FText.size() && FText[FPlace] == kDelimiter && !IsBlank(FText[FPlace + 1])) {
+      ++FPlace;  // the common case of what comes below
+    } else {
+      PassSeparator();
+    }
+    return true;
+  }
 
   /// The current item; it stays readable until Next is called again, and while the text lives.
   std::string_view Item() const { return FItem; }
 
  private:
+  static constexpr char kQuote = '"';
+  static constexpr char kDelimiter = ',';
+
+  bool NextUnlessPlain();
   void ReadQuotedItem();
-  void ReadPlainItem();
-  void SkipBlanks();
-  void PassSeparator();
+
+  void SkipBlanks() {
+    while (FPlace < FText.size() && IsBlank(FText[FPlace])) ++FPlace;
+  }
+
+  // With the blanks around it.
+  void PassSeparator() {
+    SkipBlanks();
+    if (FPlace == FText.size() || FText[FPlace] != kDelimiter) return;
+    ++FPlace;
+    FEndsWithEmptyItem = FPlace == FText.size();
+    SkipBlanks();
+  }
 
   std::string_view FText;
   std::size_t FPlace = 0;

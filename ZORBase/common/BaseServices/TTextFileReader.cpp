@@ -1,9 +1,11 @@
 #include <ZORBase/common/BaseServices/TTextFileReader.h>
 
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/BaseServices/TextScan.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -22,10 +24,16 @@ std::FILE* OpenForReading(const std::string& FileName) {
   return file;
 }
 
+std::uintmax_t FileSizeOf(const std::string& FileName) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(FileName, error);
+  return error ? 0 : size;
+}
+
 }  // namespace
 
 TTextFileReader::TTextFileReader(const std::string& FileName)
-    : FFile(OwnedFile(OpenForReading(FileName))), FName(FileName) {}
+    : FFile(OwnedFile(OpenForReading(FileName))), FName(FileName), FFileSize(FileSizeOf(FileName)) {}
 
 TTextFileReader::TTextFileReader(std::FILE* Stream, std::string Name)
     : FFile(BorrowedFile(Stream)), FName(std::move(Name)) {}
@@ -39,8 +47,7 @@ bool TTextFileReader::Next() {
     }
     const char* const begin = FBuffer.data() + FBegin;
     const char* const end = FBuffer.data() + FEnd;
-    const char* const lineEnd =
-        std::find_if(begin + scanned, end, [](char Character) { return Character == '\n' || Character == '\r'; });
+    const char* const lineEnd = FindFirst<TLineEnds>(begin, begin + scanned, end);
     if (lineEnd != end || (FAtFileEnd && begin != end)) {
       FLine = std::string_view(begin, static_cast<std::size_t>(lineEnd - begin));
       FAfterCarriageReturn = lineEnd != end && *lineEnd == '\r';
@@ -51,6 +58,11 @@ bool TTextFileReader::Next() {
     scanned = FEnd - FBegin;
     FetchMore();
   }
+}
+
+double TTextFileReader::ShareRead() const {
+  const std::uintmax_t taken = FBytesRead - (FEnd - FBegin);
+  return taken < FFileSize ? static_cast<double>(taken) / static_cast<double>(FFileSize) : 1.0;
 }
 
 // Moves what is left to the front of the buffer, grows it where a line fills it, up to the limit and a line end, and reads
@@ -71,6 +83,7 @@ void TTextFileReader::FetchMore() {
   if (got < wanted && std::ferror(FFile.get())) RaiseGeneralError("Cannot read \"" + FName + "\". " + LastFileError());
   FAtFileEnd = got < wanted;
   FEnd += got;
+  FBytesRead += got;
   if (std::exchange(FAtFileStart, false)) PassByteOrderMark();
 }
 

@@ -4,6 +4,7 @@
 #include <ZORBase/common/Export.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -33,12 +34,17 @@ class ZORBASE_API TTextFileReader {
   /// The current line without its end; it stays readable until Next is called again.
   std::string_view Line() const { return FLine; }
 
+  /// \return the share of the file that the lines so far are, from 0 to 1; 1 where the size of the file is not known.
+  double ShareRead() const;
+
  private:
   void FetchMore();
   void PassByteOrderMark();
 
   TFileHandle FFile;
   std::string FName;
+  std::uintmax_t FFileSize = 0;   // in bytes; 0 where it is not known
+  std::uintmax_t FBytesRead = 0;  // into the buffer
   std::vector<char> FBuffer;
   std::size_t FBegin = 0;  // of the bytes in FBuffer that no line has taken yet
   std::size_t FEnd = 0;

@@ -94,8 +94,14 @@ void TTextFileWriter::Write(std::string_view Text) {
 }
 
 void TTextFileWriter::WriteLine(std::string_view Line) {
-  Write(Line);
-  Write("\r\n");
+  RequireOpen();
+  FPending += Line;
+  EndLine();
+}
+
+void TTextFileWriter::EndLine() {
+  FPending += "\r\n";
+  if (FPending.size() >= kPendingLimit) Flush();
 }
 
 void TTextFileWriter::Commit() {

@@ -3,6 +3,7 @@
 #include <ZORBase/common/BaseServices/FileHandle.h>
 #include <ZORBase/common/Export.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -32,12 +33,28 @@ class ZORBASE_API TTextFileWriter {
   /// Adds a line, ended by CR LF.
   void WriteLine(std::string_view Line);
 
+  /// Adds the line that AppendLine(std::string& Text) appends to a text: it is made where it goes out from. One that raises
+  /// adds nothing.
+  template <class TAppendLine>
+  void WriteLineOf(TAppendLine&& AppendLine) {
+    RequireOpen();
+    const std::size_t start = FPending.size();
+    try {
+      AppendLine(FPending);
+    } catch (...) {
+      FPending.resize(start);
+      throw;
+    }
+    EndLine();
+  }
+
   /// Brings everything to the disk and gives the file its name; the file takes nothing more after that. A device, a pipe
   /// and a stream stay open. \throws the general error when that fails.
   void Commit();
 
  private:
   void OpenBeside();
+  void EndLine();
   void Flush();
   void RequireOpen() const;
   [[noreturn]] void RaiseWriteError() const;

@@ -4,6 +4,7 @@
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <mutex>
 #include <numbers>
@@ -70,11 +71,15 @@ std::span<const TGaussNode> TNumeric::GaussLegendreRule(int N) {
   }
   struct TKeptRule {
     std::once_flag Once;
+    std::atomic<bool> IsThere = false;  // tells faster than Once
     TGaussRule Rule;
   };
-  static std::array<TKeptRule, kGaussPointLimit + 1> keptRules;
+  static constinit std::array<TKeptRule, kGaussPointLimit + 1> keptRules;
   TKeptRule& kept = keptRules[static_cast<std::size_t>(N)];
-  std::call_once(kept.Once, [&] { kept.Rule = ComputeRule(N); });
+  if (!kept.IsThere.load(std::memory_order_acquire)) {
+    std::call_once(kept.Once, [&] { kept.Rule = ComputeRule(N); });
+    kept.IsThere.store(true, std::memory_order_release);
+  }
   return kept.Rule;
 }
 

@@ -44,14 +44,15 @@ struct ZORBASE_API TNumeric {
   template <class TSpanFunc>
   static double GaussQuadratureOfSpan(TSpanFunc&& F, const TGeInterval& Interval, int N) {
     const std::span<const TGaussNode> rule = GaussLegendreRule(N);
+    const auto count = static_cast<std::size_t>(N);  // that of the rule; where N is a constant, it is one, too
     const double half = (Interval.B - Interval.A) / 2.0;
     const double middle = (Interval.A + Interval.B) / 2.0;
     std::array<double, kGaussPointLimit> places;
     std::array<double, kGaussPointLimit> values;
-    for (std::size_t i = 0; i < rule.size(); ++i) places[i] = middle + half * rule[i].Place;
-    F(std::span<const double>(places.data(), rule.size()), std::span<double>(values.data(), rule.size()));
+    for (std::size_t i = 0; i < count; ++i) places[i] = middle + half * rule[i].Place;
+    F(std::span<const double>(places.data(), count), std::span<double>(values.data(), count));
     double sum = 0.0;
-    for (std::size_t i = 0; i < rule.size(); ++i) sum += rule[i].Weight * values[i];
+    for (std::size_t i = 0; i < count; ++i) sum += rule[i].Weight * values[i];
     return half * sum;
   }
 

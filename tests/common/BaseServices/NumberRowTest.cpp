@@ -4,7 +4,11 @@
 
 #include <rapidcheck/gtest.h>
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <limits>
+#include <random>
+#include <string>
 #include <vector>
 
 namespace ZORBase {
@@ -97,6 +101,104 @@ TEST(NumberRow, InALocaleWithADecimalCommaQuotedItemsCarryTheirComma) {
   EXPECT_EQ(RowText(std::vector{1.5, 2.0}, 1, nfLocale), "1,5,2,0");
   EXPECT_EQ(RowText(std::vector{1.5, 2.0}, 1, nf1033), "1.5,2.0");
   EXPECT_THAT(Row("1.5,2", 2, nf1033), ElementsAre(1.5, 2));
+}
+
+// ---------------------------------------------------------------------------------------------- the rules, step by step
+
+// The items of a text, character by character: with their blanks passed over, quotes undone, and an empty one behind a "," at
+// the very end. No byte 0.
+std::vector<std::string> PlainItems(std::string_view Text) {
+  std::vector<std::string> items;
+  std::size_t i = 0;
+  const auto isBlank = [&] { return i < Text.size() && static_cast<unsigned char>(Text[i]) <= 32; };
+  while (isBlank()) ++i;
+  while (i < Text.size()) {
+    std::string item;
+    if (Text[i] == '"') {
+      for (++i; i < Text.size(); ++i) {
+        if (Text[i] == '"' && (i + 1 == Text.size() || Text[i + 1] != '"')) break;
+        if (Text[i] == '"') ++i;
+        item += Text[i];
+      }
+      if (i < Text.size()) ++i;
+    } else {
+      while (i < Text.size() && Text[i] != ',' && !isBlank()) item += Text[i++];
+    }
+    items.push_back(item);
+    while (isBlank()) ++i;
+    if (i == Text.size() || Text[i] != ',') continue;
+    if (++i == Text.size()) items.emplace_back();
+    while (isBlank()) ++i;
+  }
+  return items;
+}
+
+// What a row of three gives by these items and the conversion of one number: its bits, or the reason why not.
+std::string PlainOutcome(std::string_view Text) {
+  const std::vector<std::string> items = PlainItems(Text);
+  if (items.size() != 3) return "Error Item Number: " + std::to_string(items.size());
+  std::string outcome;
+  for (const std::string& item : items) {
+    const auto error =
+        Test::GeneralErrorOf([&] { StrToFloat1033(item + " "); });  // with a blank, which no short cut takes
+    if (error)
+      return NumberErrorText(item, error->ends_with("too large for a floating point value")
+                                       ? TNumberStatus::TooLarge
+                                       : TNumberStatus::NotANumber);
+    outcome += std::to_string(std::bit_cast<std::uint64_t>(StrToFloat1033(item + " "))) + " ";
+  }
+  return outcome;
+}
+
+std::string Outcome(std::string_view Text) {
+  std::vector<double> row;
+  const auto error = Test::GeneralErrorOf([&] { row = Row(Text, 3); });
+  if (error) return error->substr(error->find("). ") + 3);
+  std::string outcome;
+  for (const double value : row) outcome += std::to_string(std::bit_cast<std::uint64_t>(value)) + " ";
+  return outcome;
+}
+
+TEST(NumberRow, TextsOfAllKindsGiveWhatTheRulesGiveStepByStep) {
+  std::mt19937_64 random(1);
+  const std::vector<std::string_view> pieces = {"1",       "-2.5", "143.457451",    "-0.296198",  ".5",
+                                                "1e3",     "+7",   "1234567890123", "-0",         "0.5000000000",
+                                                "x",       "",     "1e999",         "\"3\"",      "\"4,5\"",
+                                                "9.",      "\"",   "12345678",      "00000000.5", "0.1234567890123456",
+                                                "\xC3\xA4"};
+  const std::vector<std::string_view> separators = {",", ",", ",", ",", ", ", " ", "\t", " ,", ",,", ";", "  "};
+  int rows = 0;
+  for (int i = 0; i < 200'000; ++i) {
+    // Nasty in one place, or everywhere.
+    const bool isTame = random() % 4 != 0;
+    const auto piece = [&] { return pieces[random() % (isTame ? 5 : pieces.size())]; };
+    const auto separator = [&] { return separators[random() % (isTame ? 4 : separators.size())]; };
+    std::string text(random() % 8 == 0 ? separator() : "");
+    const std::size_t count = random() % 4 == 0 ? random() % 6 : 3;
+    for (std::size_t k = 0; k < count; ++k) {
+      if (k > 0) text += separator();
+      text += piece();
+    }
+    if (random() % 8 == 0) text += separator();
+    if (random() % 8 == 0 && !text.empty()) text[random() % text.size()] = "\",. -e9"[random() % 8];
+    const std::string outcome = Outcome(text);
+    ASSERT_EQ(outcome, PlainOutcome(text)) << text;
+    rows += outcome.ends_with(' ') ? 1 : 0;
+  }
+  EXPECT_GT(rows, 20'000);
+}
+
+TEST(NumberRow, ARowMayHaveMoreNumbersThanAreWorkedOnAtOnce) {
+  std::vector<double> values(200);
+  for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<double>(i) * 1.25 - 100.0;
+  values[70] = 1e20;
+  values[71] = std::numeric_limits<double>::infinity();
+  const std::string text = RowText(values, 2);
+  EXPECT_THAT(text, StartsWith("-100.00,-98.75,"));
+  EXPECT_THAT(text, HasSubstr(",-13.75,100000000000000000000.00,inf,-10.00,"));
+  EXPECT_THAT(text, EndsWith(",147.50,148.75"));
+  values[71] = 0.0;
+  EXPECT_EQ(Row(RowText(values, 2), values.size()), values);
 }
 
 RC_GTEST_PROP(NumberRow, WhatIsPrintedParsesBackToThePrintedDigits, ()) {

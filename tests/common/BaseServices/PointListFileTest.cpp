@@ -4,8 +4,10 @@
 
 #include "support/TestSupport.h"
 
+#include <algorithm>
 #include <array>
 #include <new>
+#include <random>
 #include <vector>
 
 namespace ZORBase {
@@ -86,6 +88,30 @@ TEST_F(PointListFile, LinesAreCountedWhateverEndsThem) {
   EXPECT_THAT([&] { Load(); },
               RaisesGeneralError(FailText(5, "TMark Parse from string Failed(). Error Item Number: 0")));
   EXPECT_EQ(FMarks.Count(), 4);
+}
+
+// Files of several blocks, so that block ends fall on every kind of place; and more lines than are taken for a sample.
+TEST_F(PointListFile, LinesAreTheSameWhereverABlockEnds) {
+  std::mt19937_64 random(1);
+  for (const std::string lineEnd : {"\n", "\r\n", "\r"}) {
+    std::string text;
+    std::vector<TMark> marks;
+    while (text.size() < 600'000) {
+      marks.push_back({static_cast<double>(random() % 1'000'000'000) / 1e6});
+      std::string line;
+      AppendFixed(line, marks.back().Place, static_cast<int>(6 + random() % 30));
+      text += std::string(random() % 3, ' ') + line + lineEnd;
+    }
+    WriteFile(FFile, text);
+    Load();
+    ASSERT_EQ(FMarks.size(), marks.size());
+    EXPECT_TRUE(std::equal(marks.begin(), marks.end(), FMarks.begin()));
+
+    text += "x" + lineEnd;
+    WriteFile(FFile, text);
+    EXPECT_THAT([&] { Load(); }, RaisesGeneralError(StartsWith(FailText(static_cast<int>(marks.size()) + 1, "TMark"))));
+    EXPECT_EQ(FMarks.size(), marks.size());
+  }
 }
 
 TEST_F(PointListFile, SavingWritesOneCrLfLinePerPointAndNothingElse) {

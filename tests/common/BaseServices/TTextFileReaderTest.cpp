@@ -211,5 +211,25 @@ TEST_F(TTextFileReaderTest, AStreamIsNamedInMessages) {
   EXPECT_THAT([&] { reader.Next(); }, RaisesGeneralError(StartsWith("\"standard input\" is UTF-16")));
 }
 
+TEST_F(TTextFileReaderTest, TellsTheShareOfTheFileThatHasBeenRead) {
+  WriteFile(FFile, "12\r\n456\n89");
+  TTextFileReader reader(FFile);
+  EXPECT_EQ(reader.ShareRead(), 0.0);
+  ASSERT_TRUE(reader.Next());
+  EXPECT_EQ(reader.ShareRead(), 3.0 / 10.0);  // the second half of a line end goes with the line behind it
+  ASSERT_TRUE(reader.Next());
+  EXPECT_EQ(reader.ShareRead(), 8.0 / 10.0);
+  ASSERT_TRUE(reader.Next());
+  EXPECT_EQ(reader.ShareRead(), 1.0);
+}
+
+TEST_F(TTextFileReaderTest, AStreamOfUnknownSizeIsTakenForRead) {
+  WriteFile(FFile, "1\n2\n");
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(FFile.c_str(), "rb"), std::fclose);
+  TTextFileReader reader(stream.get(), "stream");
+  ASSERT_TRUE(reader.Next());
+  EXPECT_EQ(reader.ShareRead(), 1.0);
+}
+
 }  // namespace
 }  // namespace ZORBase

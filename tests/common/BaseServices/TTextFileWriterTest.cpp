@@ -51,6 +51,23 @@ TEST_F(TTextFileWriterTest, LinesEndInCrLfAndTextStandsAsItIs) {
   EXPECT_EQ(FFolder.Count(), 1U);
 }
 
+TEST_F(TTextFileWriterTest, ALineMadeInPlaceIsALineAndOneThatRaisesIsNone) {
+  TTextFileWriter writer(FFile);
+  writer.WriteLine("one");
+  writer.WriteLineOf([](std::string& Text) { Text += "two"; });
+  const auto half = [&] {
+    writer.WriteLineOf([](std::string& Text) {
+      Text += "half";
+      RaiseGeneralError("no more");
+    });
+  };
+  EXPECT_THAT(half, RaisesGeneralError("no more"));
+  writer.WriteLineOf([](std::string&) {});
+  writer.Commit();
+  EXPECT_EQ(FileText(FFile), "one\r\ntwo\r\n\r\n");
+  EXPECT_THAT([&] { writer.WriteLineOf([](std::string&) {}); }, RaisesGeneralError(HasSubstr("after its Commit")));
+}
+
 TEST_F(TTextFileWriterTest, NothingWrittenGivesAnEmptyFile) {
   TTextFileWriter(FFile).Commit();
   EXPECT_TRUE(fs::exists(FFile));
