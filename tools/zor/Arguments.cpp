@@ -118,7 +118,7 @@ void AddMethod(CLI::App& Command, std::optional<TParalizeMethod>& Method, const 
 }
 
 void AddOutput(CLI::App& Command, std::string& FileName) {
-  AddText(Command, "-o,--output", "OUT", FileName, "Where the poses go; - is standard output, which is the default");
+  AddText(Command, "-o,--output", "OUT", FileName, "Where the result goes; - is standard output, which is the default");
 }
 
 void AddDecimals(CLI::App& Command, int& Decimals) {

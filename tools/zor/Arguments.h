@@ -58,7 +58,7 @@ void AddPlot(CLI::App& Command, std::string& FileName);
 /// --method equal|chord|centripetal.
 void AddMethod(CLI::App& Command, std::optional<TParalizeMethod>& Method, const std::string& Description);
 
-/// -o, --output OUT: where poses go, "-" for standard output.
+/// -o, --output OUT: where rows of numbers go, "-" for standard output.
 void AddOutput(CLI::App& Command, std::string& FileName);
 
 /// --decimals D: how poses are written, 0 to 12.

@@ -226,5 +226,24 @@ TEST(TNurbs2D, BoundsAreThoseOfTheControlPoints) {
   EXPECT_EQ(curve.GetMax().X, 6);
 }
 
+// A figure of eight, which crosses itself at right angles in its middle: a point of one branch is not taken for one of the
+// other, however close they come.
+TEST(TNurbs2D, AFigureOfEightFindsEachOfItsPointsOnItsOwnBranch) {
+  TList<TPoint2D> points;
+  for (int i = 0; i <= 40; ++i) {
+    const double angle = 2 * std::numbers::pi * i / 40 - 0.4;
+    points.Add(TPoint2D::Create(10 * std::sin(angle), 5 * std::sin(2 * angle)));
+  }
+  for (const TParalizeMethod method : kMethods) {
+    const TNurbs2D curve = CurveThrough(points, method);
+    for (int i = 1; i < 1000; ++i) {
+      const double u = i / 1000.0;
+      const auto found = curve.ClosestPoint(curve.EvalPoint(u));
+      EXPECT_NEAR(found.Distance, 0, 1e-13) << u;
+      EXPECT_NEAR(found.Param, u, 1e-11) << u;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace ZORBase

@@ -31,6 +31,14 @@ TEST(TPoint2D, CalculatesByComponent) {
   ExpectPoint(p / 4, 0.25, -0.5);
 }
 
+TEST(TPoint2D, DotMulIsTheSumOfTheProductsAndMagSqrThatOfTheSquares) {
+  constexpr TPoint2D p = TPoint2D::Create(3, -4);
+  static_assert(p.DotMul({2, 0.5}) == 4);
+  EXPECT_EQ(p.DotMul({4, 3}), 0);
+  EXPECT_EQ(p.MagSqr(), 25);
+  EXPECT_EQ(TPoint2D().MagSqr(), 0);
+}
+
 TEST(TPoint2D, MagIsTheLength) {
   EXPECT_EQ(TPoint2D::Create(3, -4).Mag(), 5);
   EXPECT_EQ(TPoint2D().Mag(), 0);
