@@ -26,10 +26,6 @@ constexpr std::size_t kLong = std::size_t{1} << 17;
 // Stages whose factors are kept for good.
 constexpr int kKeptStages = 20;
 
-TDoubles AllocateDoubles(std::size_t Count) {
-  return TDoubles(static_cast<double*>(::operator new (Count * sizeof(double), std::align_val_t{64})));
-}
-
 // ---------------------------------------------------------------------------------------------- twiddle factors
 
 // Every second factor is one of the stage before.

@@ -2,27 +2,19 @@
 #pragma once
 
 #include <ZORBase/ZORBaseAlg/uFFT/TComplex.h>
+#include <ZORBase/kernels/AlignedDoubles.h>
 
 #include <array>
 #include <cstddef>
-#include <memory>
-#include <new>
 #include <span>
 #include <vector>
 
 namespace ZORBase::FFTKernel {
 
-struct TAlignedDelete {
-  void operator()(double* Values) const { ::operator delete (Values, std::align_val_t{64}); }
-};
-
-/// Numbers on cache lines of their own, uninitialised.
-using TDoubles = std::unique_ptr<double[], TAlignedDelete>;
-
 /// The twiddle factors of one stage: W = (Re[r], Im[r]) = (cos a, -sin a) with a = 2 pi r / 2^stage, r < 2^(stage - 1).
 /// A transform of N has a = 2 pi P / N with P = r N / 2^stage: the same double, only powers of two come and go.
 struct TTwiddles {
-  TDoubles Values;
+  TAlignedDoubles Values;
   const double* Re = nullptr;
   const double* Im = nullptr;
 };
@@ -59,7 +51,7 @@ class TPlan {
   int FStages;  // M
   std::array<const TTwiddles*, kMaxStage + 1> FTwiddles{};
   std::vector<TTwiddles> FOwnTwiddles;
-  TDoubles FWork;  // N real parts, then N imaginary parts
+  TAlignedDoubles FWork;  // N real parts, then N imaginary parts
 };
 
 }  // namespace ZORBase::FFTKernel

@@ -1,12 +1,11 @@
 #include <ZORBase/ZORBaseAlg/uSVD/FitUsingSvd.h>
-#include <ZORBase/ZORBaseAlg/uSVD/SvdDecomposition.h>
+#include <ZORBase/ZORBaseAlg/uSVD/TSvd.h>
 #include <ZORBase/common/BaseServices/NumberText.h>
 #include <ZORBase/common/uZORCommon.h>
 
 #include <array>
 #include <cmath>
 #include <utility>
-#include <vector>
 
 namespace ZORBase {
 namespace {
@@ -53,19 +52,20 @@ template <std::size_t N>
 TFit<N> Fit(const TDoubleList& Points) {
   CheckCount<N>(Points);
   const std::array<double, N> centroid = Centroid<N>(Points);
-  std::vector<double> a(Points.begin(), Points.end());
-  for (std::size_t i = 0; i < a.size(); ++i) a[i] -= centroid[i % N];
+  const std::size_t count = Points.size() / N;
   std::array<double, N> w{};
-  std::array<double, N * N> v{};
-  SvdDecompose(a, static_cast<int>(a.size() / N), N, w, v);
-  for (double& value : w) value = std::fabs(value);
-  const std::size_t k = IndexOfSmallest(w);
-  TFit<N> fit{{}, 0.0, w};
-  double sum = 0.0;
-  for (std::size_t j = 0; j < N; ++j) fit.Normal[j] = v[j * N + k];
-  for (std::size_t j = 0; j < N; ++j) sum = j == 0 ? fit.Normal[j] * centroid[j] : sum + fit.Normal[j] * centroid[j];
-  fit.Offset = -sum;
-  return fit;
+  std::array<double, N> normal{};
+  if (count >= N) {  // fewer leave the decomposition undone, and zeros
+    TSvd svd(count, N, TSvd::TUse::VOnly);
+    svd.Load(Points.data(), N, 1, centroid.data());
+    svd.Decompose();
+    for (std::size_t j = 0; j < N; ++j) w[j] = std::fabs(svd.W(j));
+    const std::size_t k = IndexOfSmallest(w);
+    for (std::size_t j = 0; j < N; ++j) normal[j] = svd.V(j, k);
+  }
+  double sum = normal[0] * centroid[0];
+  for (std::size_t j = 1; j < N; ++j) sum += normal[j] * centroid[j];
+  return {normal, -sum, w};
 }
 
 std::array<double, 3> Ascending(std::array<double, 3> Values) {

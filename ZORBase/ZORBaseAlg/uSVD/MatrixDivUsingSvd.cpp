@@ -1,5 +1,5 @@
 #include <ZORBase/ZORBaseAlg/uSVD/MatrixDivUsingSvd.h>
-#include <ZORBase/ZORBaseAlg/uSVD/SvdDecomposition.h>
+#include <ZORBase/ZORBaseAlg/uSVD/TSvd.h>
 #include <ZORBase/common/BaseServices/NumberText.h>
 
 #include <cstdint>
@@ -14,16 +14,6 @@ void CheckSizes(const TDoubleList& AList, const TDoubleList& bList, int M, int N
                                AList.Count(), bList.Count(), M, N));
 }
 
-// The entries row by row.
-std::vector<double> RowByRow(const TDoubleList& AList, std::size_t Rows, std::size_t Columns, bool RowMajor) {
-  if (RowMajor) return {AList.begin(), AList.end()};
-  std::vector<double> a(Rows * Columns);
-  for (std::size_t i = 0; i < Rows; ++i) {
-    for (std::size_t j = 0; j < Columns; ++j) a[i * Columns + j] = AList.data()[j * Rows + i];
-  }
-  return a;
-}
-
 }  // namespace
 
 bool MatrixDivUsingSvd(const TDoubleList* AList, const TDoubleList* bList, int M, int N, TDoubleList* XList,
@@ -34,13 +24,12 @@ bool MatrixDivUsingSvd(const TDoubleList* AList, const TDoubleList* bList, int M
   CheckSizes(*AList, *bList, M, N);
   const auto rows = static_cast<std::size_t>(M);
   const auto columns = static_cast<std::size_t>(N);
-  std::vector<double> x(columns);
+  std::vector<double> x(columns, 0.0);
   if (N <= M) {
-    std::vector<double> u = RowByRow(*AList, rows, columns, RowMajor);
-    std::vector<double> w(columns);
-    std::vector<double> v(columns * columns);
-    SvdDecompose(u, M, N, w, v);
-    SvdBackSubstitute(u, w, v, M, N, *bList, x);
+    TSvd svd(rows, columns, TSvd::TUse::Everything);
+    svd.Load(AList->data(), RowMajor ? columns : 1, RowMajor ? 1 : rows);
+    svd.Decompose();
+    svd.Solve(bList->data(), x.data());
   }
   *XList = TDoubleList(std::span<const double>(x));
   return true;
