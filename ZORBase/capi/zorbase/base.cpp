@@ -9,7 +9,7 @@ const char* zorbase_last_error() noexcept { return capi::CurrentError(); }
 
 int32_t zorbase_interface_version() noexcept { return ZORBASE_INTERFACE_VERSION; }
 
-const char* zorbase_version() noexcept { return LibraryVersion(); }
+const char* zorbase_version() noexcept { return ZORBase::LibraryVersion(); }
 
 zorbase_status zorbase_start() noexcept { return capi::Call(__func__, ZORBase::Initialize); }
 

@@ -9,7 +9,6 @@
 
 #include <array>
 #include <bit>
-#include <limits>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -19,8 +18,6 @@ namespace {
 
 using namespace Test;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Sizes around every block of lanes, rows and columns; tall, square, and one that needs several rounds of rotations.
 const std::vector<std::pair<int, int>> kSizes = {

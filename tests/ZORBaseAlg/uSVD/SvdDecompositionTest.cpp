@@ -17,7 +17,6 @@ using TRowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::R
 using TMap = Eigen::Map<const TRowMajor>;
 
 constexpr double kEps = std::numeric_limits<double>::epsilon();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 struct TParts {
   TSvdStatus Status;
