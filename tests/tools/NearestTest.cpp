@@ -71,7 +71,7 @@ TEST(ZorNearest, APoseOfTheFileLiesOnThePathByEveryMethod) {
 TEST(ZorNearest, NoPlaceOfThePathIsCloser) {
   const std::string file = SampleFile("e387.xy.txt");
   for (const auto& [x, y] : {std::pair{0.3, 0.05}, {0.02, 0.0}, {1.2, 0.01}, {0.5, -3.0}, {0.005, 0.001}}) {
-    const json nearest = NearestOf(file, std::to_string(x) + "," + std::to_string(y), {"--2d"});
+    const json nearest = NearestOf(file, Format1033("%.3f,%.3f", x, y), {"--2d"});
     const double distance = nearest["distance"].get<double>();
     EXPECT_NEAR(std::hypot(nearest["point"]["X"].get<double>() - x, nearest["point"]["Y"].get<double>() - y), distance,
                 1e-12);
