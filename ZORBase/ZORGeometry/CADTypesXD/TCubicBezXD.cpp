@@ -47,7 +47,7 @@ TBezierTerms TermsOf(const TCubicBezXD& Bez) {
 double LengthBetween(const TBezierTerms& Terms, double From, double To) {
   const double t0 = From < 0.0 ? 0.0 : From;
   const double t1 = To > 1.0 ? 1.0 : To;
-  if (!(t0 < t1)) return 0.0;
+  if (t0 >= t1) return 0.0;
   static_assert(kLengthPoints <= kSpeedLanes);
   const auto speeds = [&Terms](std::span<const double> Params, std::span<double> Speeds) {
     TSpeedLanes params{};

@@ -30,7 +30,8 @@ struct ZORBASE_API TCubicBezXD {
 
   /// \return the speed |B'(t)|; t is not clamped.
   double GaussLengthFunc(double t) const;
-  /// \return the arc length between two parameters in [0, 1], by 14-point Gauss-Legendre quadrature; 0 for t0 >= t1.
+  /// \return the arc length between two parameters in [0, 1], by 14-point Gauss-Legendre quadrature; 0 for t0 >= t1,
+  ///         NaN where one of them is NaN.
   double LengthOfParam(double t0, double t1) const;
   /// \return the parameter at the arc length Len from the start, found by halving steps: its length is within 1e-4 of Len, or
   ///         the last step was 2^-19. 1 for a Len at or above the whole length. Costs up to 20 quadratures.

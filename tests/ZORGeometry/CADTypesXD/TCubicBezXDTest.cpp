@@ -235,6 +235,11 @@ TEST(TCubicBezXD, OnALongSegmentTheSearchStopsAfter19Halvings) {
 
 // ---------------------------------------------------------------------------------------------- not a number, infinite
 
+TEST(TCubicBezXD, TheLengthBetweenParametersThatAreNoNumbersIsNone) {
+  EXPECT_TRUE(std::isnan(kParabola.LengthOfParam(kNaN, 1)));
+  EXPECT_TRUE(std::isnan(kParabola.LengthOfParam(0, kNaN)));
+}
+
 TEST(TCubicBezXD, TheSearchEndsForLengthsThatAreNoNumbers) {
   EXPECT_EQ(kParabola.ParamOfLength(kNaN), 1);
   for (const double bad : {kNaN, kInfinity, 1e300}) {
