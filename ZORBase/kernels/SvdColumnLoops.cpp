@@ -87,7 +87,9 @@ void AddMultiples(double* A, std::size_t Stride, std::size_t Rows, std::size_t C
   for (std::size_t j = 0; j < Columns; ++j) {
     const TLanes f = Splat(F[j]);
     double* const column = A + j * Stride;
-    for (std::size_t k = 0; k < Rows; k += kLanes) Store(column + k, Load(column + k) + f * Load(C + k));
+    std::size_t k = 0;
+    for (; k + kLanes <= Rows; k += kLanes) Store(column + k, Load(column + k) + f * Load(C + k));
+    for (; k < Rows; ++k) column[k] += F[j] * C[k];
   }
 }
 

@@ -180,8 +180,10 @@ ZORBASE_INLINE double DivideAndSquare(double* X, std::size_t Count, double Divis
     sum += X[k + 2] * X[k + 2];
     sum += X[k + 3] * X[k + 3];
   }
-  if (k < Count) Store(X + k, Load(X + k) / divisor);
-  for (; k < Count; ++k) sum += X[k] * X[k];
+  for (; k < Count; ++k) {
+    X[k] /= Divisor;
+    sum += X[k] * X[k];
+  }
   return sum;
 }
 
@@ -207,7 +209,9 @@ TReflector MakeReflector(double* X, std::size_t Count, double Scale) {
 ZORBASE_TARGET_CLONES
 void Multiply(double* X, std::size_t Count, double Factor) {
   const TLanes factor = Splat(Factor);
-  for (std::size_t k = 0; k < Count; k += kLanes) Store(X + k, Load(X + k) * factor);
+  std::size_t k = 0;
+  for (; k + kLanes <= Count; k += kLanes) Store(X + k, Load(X + k) * factor);
+  for (; k < Count; ++k) X[k] *= Factor;
 }
 
 ZORBASE_TARGET_CLONES

@@ -25,10 +25,9 @@ double SumOfMagnitudes(const double* X, std::size_t Count);
 
 /// Makes X the vector x of its own reflection. With X divided by Scale, the sum of its magnitudes, s is the sum of squares,
 /// G the root of s with the sign that X[0] has not, H = X[0] G - s, and G is taken off X[0].
-/// Up to three numbers behind X are divided as well.
 TReflector MakeReflector(double* X, std::size_t Count, double Scale);
 
-/// X[k] *= Factor; up to three numbers behind X as well.
+/// X[k] *= Factor
 void Multiply(double* X, std::size_t Count, double Factor);
 
 /// Columns that an accumulation works on at a time: a row of a panel.

@@ -90,6 +90,18 @@ void ApplySweeps(const TColumns& Target, const TSweep* Sweeps, std::size_t Count
   }
 }
 
+ZORBASE_TARGET_CLONES
+void RotateColumns(const TColumns& Target, std::size_t P, std::size_t Q, const TRotation& Rotation) {
+  for (std::size_t b = 0; b < Target.Blocks(); ++b) {
+    double* const block = Target.Items + b * Target.BlockStride;
+    TEight p = LoadEight(block + P * Target.ColumnStride);
+    TEight q = LoadEight(block + Q * Target.ColumnStride);
+    RotateEight(p, q, Rotation);
+    StoreEight(block + P * Target.ColumnStride, q);
+    StoreEight(block + Q * Target.ColumnStride, p);
+  }
+}
+
 }  // namespace
 
 std::size_t TRotationLog::Capacity(std::size_t Columns) {
@@ -97,6 +109,8 @@ std::size_t TRotationLog::Capacity(std::size_t Columns) {
 }
 
 void TRotationLog::BeginSweep(std::size_t First, std::size_t Count) {
+  FNext = First;
+  if (FIsAtOnce) return;
   if (FSweepCount == kMaxSweeps || FCount + Count > FCapacity) Apply();
   FSweeps[FSweepCount++] = {First, First + Count, FRotations + FCount};
 }
@@ -109,16 +123,11 @@ void TRotationLog::Apply() {
 
 void TRotationLog::Rotate(std::size_t P, std::size_t Q, const TRotation& Rotation) {
   Apply();
-  for (std::size_t b = 0; b < FTarget.Blocks(); ++b) {
-    double* const block = FTarget.Items + b * FTarget.BlockStride;
-    for (std::size_t i = 0; i < TColumns::kBlock; ++i) {
-      double& p = block[P * FTarget.ColumnStride + i];
-      double& q = block[Q * FTarget.ColumnStride + i];
-      const double left = p * Rotation.C + q * Rotation.S;
-      q = q * Rotation.C - p * Rotation.S;
-      p = left;
-    }
-  }
+  RotateNow(P, Q, Rotation);
+}
+
+void TRotationLog::RotateNow(std::size_t P, std::size_t Q, const TRotation& Rotation) const {
+  if (FTarget.Rows > 0) RotateColumns(FTarget, P, Q, Rotation);
 }
 
 }  // namespace ZORBase

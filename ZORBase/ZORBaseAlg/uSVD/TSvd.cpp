@@ -78,11 +78,16 @@ void TSvd::Load(const double* From, std::size_t RowStride, std::size_t ColumnStr
       double* const to = FByRows->A() + i * FByRows->Stride();
       for (std::size_t j = 0; j < FColumns; ++j) to[j] = From[i * RowStride + j * ColumnStride] - offset(j);
     }
-  } else {
+    return;
+  }
+  constexpr std::size_t kRowsAtOnce = 64;  // they stay in the cache for all columns
+  for (std::size_t first = 0; first < FRows; first += kRowsAtOnce) {
+    const std::size_t end = std::min(first + kRowsAtOnce, FRows);
     for (std::size_t j = 0; j < FColumns; ++j) {
       double* const to = FU.At(0, j);
+      const double* const from = From + j * ColumnStride;
       const double offsetOfColumn = offset(j);
-      for (std::size_t i = 0; i < FRows; ++i) to[i] = From[i * RowStride + j * ColumnStride] - offsetOfColumn;
+      for (std::size_t i = first; i < end; ++i) to[i] = from[i * RowStride] - offsetOfColumn;
     }
   }
 }

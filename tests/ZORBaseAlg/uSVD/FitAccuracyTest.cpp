@@ -6,14 +6,11 @@
 #include "support/TestSupport.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace ZORBase {
 namespace {
 
 using namespace Test;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 // How far a normal and an offset may be off: the rounding of the centred coordinates, by the gap between the smallest
 // singular value and the next one.
@@ -21,8 +18,8 @@ template <std::size_t N>
 double NormalTolerance(const TReferenceFit<N>& Reference) {
   double size = 0.0;
   for (const double value : Reference.Points) size = std::fmax(size, std::fabs(value));
-  const double rounding = kEps * size * static_cast<double>(Reference.Points.size());
-  return 2 * rounding / (Reference.SingularValues[1] - Reference.SingularValues[0]) + 4 * kEps;
+  const double rounding = kEpsilon * size * static_cast<double>(Reference.Points.size());
+  return 2 * rounding / (Reference.SingularValues[1] - Reference.SingularValues[0]) + 4 * kEpsilon;
 }
 
 template <std::size_t N>

@@ -2,8 +2,6 @@
 
 #include "support/TestSupport.h"
 
-#include <limits>
-
 namespace ZORBase {
 namespace {
 
@@ -122,7 +120,7 @@ TEST(FitPlaneUsingSvd, TheListIsClearedBeforeTheFitChecksThePoints) {
 }
 
 TEST(FitPlaneUsingSvd, PointsThatAreNotFiniteEndWithTrue) {
-  for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+  for (const double value : {kNaN, kInfinity}) {
     for (int place = 0; place < 12; ++place) {
       TDoubleList points = {1, 2, 3, 4, 5, 6, 7, 8, 10, 9, 11, 13};
       points[place] = value;

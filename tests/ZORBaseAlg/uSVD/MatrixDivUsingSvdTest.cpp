@@ -2,8 +2,6 @@
 
 #include "support/TestSupport.h"
 
-#include <limits>
-
 namespace ZORBase {
 namespace {
 
@@ -11,15 +9,15 @@ using Test::RaisesGeneralError;
 using testing::ElementsAre;
 using testing::Pointwise;
 
-constexpr double kEps = std::numeric_limits<double>::epsilon();
-
 TDoubleList Solved(const TDoubleList& A, const TDoubleList& b, int M, int N, bool RowMajor) {
   TDoubleList x = {9.0, 9.0, 9.0, 9.0};
   EXPECT_TRUE(MatrixDivUsingSvd(&A, &b, M, N, &x, RowMajor));
   return x;
 }
 
-auto IsNear(double Expected) { return testing::DoubleNear(Expected, 20 * kEps * std::fmax(1.0, std::fabs(Expected))); }
+auto IsNear(double Expected) {
+  return testing::DoubleNear(Expected, 20 * kEpsilon * std::fmax(1.0, std::fabs(Expected)));
+}
 
 TEST(MatrixDivUsingSvd, SolvesADiagonalSystemInEitherOrder) {
   for (const bool rowMajor : {true, false}) {
@@ -109,7 +107,7 @@ TEST(MatrixDivUsingSvd, CountsThatDoNotFitRaiseAndNameAllFourNumbersAndLeaveTheU
 }
 
 TEST(MatrixDivUsingSvd, EntriesThatAreNotFiniteEndWithTrue) {
-  for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+  for (const double value : {kNaN, kInfinity}) {
     for (int place = 0; place < 12; ++place) {
       TDoubleList a = {1, 2, 3, 4, 5, 6, 7, 8, 10, 9, 11, 13};
       a[place] = value;

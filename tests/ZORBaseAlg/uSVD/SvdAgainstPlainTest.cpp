@@ -18,7 +18,6 @@ namespace {
 
 using namespace Test;
 
-
 // Sizes around every block of lanes, rows and columns; tall, square, and one that needs several rounds of rotations.
 const std::vector<std::pair<int, int>> kSizes = {
     {1, 1},   {2, 1},   {9, 1},   {2, 2},   {5, 2},   {3, 3},   {4, 3},   {17, 3},  {4, 4},    {5, 5},   {7, 6},

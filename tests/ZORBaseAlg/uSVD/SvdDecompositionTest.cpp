@@ -6,7 +6,6 @@
 
 #include <Eigen/Dense>
 #include <algorithm>
-#include <limits>
 
 namespace ZORBase {
 namespace {
@@ -15,8 +14,6 @@ using namespace Test;
 
 using TRowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
 using TMap = Eigen::Map<const TRowMajor>;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 struct TParts {
   TSvdStatus Status;
@@ -46,16 +43,16 @@ void ExpectSound(const TMatrixCase& Matrix, bool IsOfFullRank) {
   const double norm = a.cwiseAbs().colwise().sum().maxCoeff();
   const TRowMajor product = parts.U * parts.W.asDiagonal() * parts.V.transpose();
   const double miss = (a - product).cwiseAbs().colwise().sum().maxCoeff();
-  EXPECT_LE(miss, kSoundRatio * norm * std::max(Matrix.M, Matrix.N) * kEps);
+  EXPECT_LE(miss, kSoundRatio * norm * std::max(Matrix.M, Matrix.N) * kEpsilon);
   EXPECT_GE(parts.W.minCoeff(), 0.0);
   const TRowMajor unit = TRowMajor::Identity(Matrix.N, Matrix.N);
   EXPECT_LE((unit - parts.V.transpose() * parts.V).cwiseAbs().colwise().sum().maxCoeff(),
-            kSoundRatio * Matrix.N * kEps);
+            kSoundRatio * Matrix.N * kEpsilon);
   EXPECT_LE((unit - parts.V * parts.V.transpose()).cwiseAbs().colwise().sum().maxCoeff(),
-            kSoundRatio * Matrix.N * kEps);
+            kSoundRatio * Matrix.N * kEpsilon);
   if (!IsOfFullRank) return;
   EXPECT_LE((unit - parts.U.transpose() * parts.U).cwiseAbs().colwise().sum().maxCoeff(),
-            kSoundRatio * Matrix.M * kEps);
+            kSoundRatio * Matrix.M * kEpsilon);
 }
 
 template <class TMatrixOfSize>
@@ -99,7 +96,8 @@ TEST(SvdDecompose, TheSingularValuesAreThoseOfAnIndependentDecomposition) {
     Eigen::VectorXd w = Decomposed(matrix).W;
     std::sort(w.begin(), w.end(), std::greater<>());
     const Eigen::VectorXd expected = Eigen::JacobiSVD<TRowMajor>(TMap(matrix.Items.data(), m, n)).singularValues();
-    EXPECT_LE((w - expected).cwiseAbs().maxCoeff(), 10 * kEps * expected[0]) << m << " x " << n;
+    // A singular value is off by no more than the matrix that the parts make up.
+    EXPECT_LE((w - expected).cwiseAbs().maxCoeff(), kSoundRatio * m * kEpsilon * expected[0]) << m << " x " << n;
   }
 }
 
@@ -187,7 +185,7 @@ TEST(MatrixDivUsingSvd, AgreesWithAnIndependentLeastSquaresSolution) {
     const Eigen::VectorXd miss = Eigen::Map<const Eigen::VectorXd>(x.data(), n) - expected;
     const Eigen::VectorXd w = Eigen::JacobiSVD<TRowMajor>(map).singularValues();
     const double condition = w[0] / w[n - 1];
-    EXPECT_LE(miss.norm(), 100 * kEps * condition * condition * (1 + expected.norm())) << m << " x " << n;
+    EXPECT_LE(miss.norm(), 100 * kEpsilon * condition * condition * (1 + expected.norm())) << m << " x " << n;
   }
 }
 
@@ -220,7 +218,7 @@ RC_GTEST_PROP(MatrixDivUsingSvdLaws, TheResidualIsPerpendicularToTheColumns, ())
   const Eigen::Map<const Eigen::VectorXd> solution(x.data(), n);
   const Eigen::VectorXd rest = Eigen::Map<const Eigen::VectorXd>(b.data(), m) - map * solution;
   const double size = map.norm() * (map.norm() * solution.norm() + 1.0);
-  RC_ASSERT((map.transpose() * rest).norm() <= 100 * m * kEps * size);
+  RC_ASSERT((map.transpose() * rest).norm() <= 100 * m * kEpsilon * size);
 }
 
 }  // namespace
