@@ -11,10 +11,7 @@
 #include "CurveSubject.h"
 
 #ifdef ZORBASE_BENCH_EIGEN
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #include <unsupported/Eigen/Splines>
-#pragma GCC diagnostic pop
 #endif
 #ifdef ZORBASE_BENCH_GSL
 #include <gsl/gsl_spline.h>

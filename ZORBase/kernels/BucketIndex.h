@@ -90,18 +90,13 @@ class TBucketIndex {
     return static_cast<std::size_t>(static_cast<std::int64_t>((X - FFrom) * FScale));
   }
 
-  // First[b] is the last key that lies in a bucket before b, or an earlier one: two keys after it exist.
+  // First[b] becomes the last key that lies in a bucket before b, or an earlier one: two keys after it exist. Of several keys in
+  // a bucket the last one stays.
   template <class TKey>
   void Fill(std::size_t Buckets, TKey& Key) {
-    FFirst.resize(Buckets + 1);
-    std::size_t bucket = 0;
-    for (std::size_t i = 0; i + 2 < FLast; ++i) {
-      // Every bucket up to that of the next key begins its search at i.
-      for (const std::size_t end = Bucket(Key(i + 1)); bucket <= end; ++bucket) {
-        FFirst[bucket] = static_cast<std::uint32_t>(i);
-      }
-    }
-    for (; bucket <= Buckets; ++bucket) FFirst[bucket] = static_cast<std::uint32_t>(FLast - 2);
+    FFirst.resize(Buckets + 2);
+    for (std::size_t i = 0; i + 2 <= FLast; ++i) FFirst[Bucket(Key(i)) + 1] = static_cast<std::uint32_t>(i);
+    for (std::size_t b = 1; b < FFirst.size(); ++b) FFirst[b] = std::max(FFirst[b], FFirst[b - 1]);
   }
 
   // As Find, where Key(Low) <= X.

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kSize = TSampleBlock<6>::kSize;
 
 // A single blend would have to wait for each of its steps; more of them than this find no room side by side.
-constexpr std::size_t kSideBySide = 3;
+constexpr std::size_t kSideBySide = 4;
 
 template <class TFrom, class TTo>
 ZORBASE_INLINE void BlendAll(TFrom P, const double (*N)[kSize], std::size_t Count, TTo Sum) {

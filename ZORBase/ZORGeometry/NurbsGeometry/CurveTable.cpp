@@ -70,7 +70,8 @@ class TSampler {
  public:
   TSampler(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, TSUTable& Table)
       : FBasis(Basis), FControlPoints(P), FTable(Table) {
-    AddRow(0.0, CurvePoint(FBasis, FControlPoints, 0.0), 0.0);
+    const TPoint start = CurvePoint(FBasis, FControlPoints, 0.0);
+    AddRow(0.0, &start.X, 0.0);
   }
 
   /// Samples 1 to Steps of the interval from U[k] to U[k+1].
@@ -93,7 +94,7 @@ class TSampler {
     for (; step <= Steps; ++step) {
       const double u = Sample(from, to, step, Steps);
       const TPoint point = CurvePoint(FBasis, FControlPoints, span, u);
-      AddRow(u, point, Distance(point, FRow.*TCurveKind<TPoint>::kRowPoint));
+      AddRow(u, &point.X, Distance(point, FRow.*TCurveKind<TPoint>::kRowPoint));
     }
   }
 
@@ -110,17 +111,13 @@ class TSampler {
     std::copy_n(&prev.X, kComponents, FBlock.Points[0]);
     SampleBasis(FBasis.uArr().data() + k, FBlock.u, FBlock.Count, FBlock.N);
     SampleBlock(FControlPoints.data() + (k - TNurbsBasicFunc::kDegree), FBlock);
-    for (std::size_t i = 0; i < FBlock.Count; ++i) {
-      TPoint point;
-      std::copy_n(FBlock.Points[i + 1], kComponents, &point.X);
-      AddRow(FBlock.u[i], point, FBlock.Distances[i]);
-    }
+    for (std::size_t i = 0; i < FBlock.Count; ++i) AddRow(FBlock.u[i], FBlock.Points[i + 1], FBlock.Distances[i]);
   }
 
-  void AddRow(double u, const TPoint& Point, double Distance) {
+  void AddRow(double u, const double* Point, double Distance) {
     FRow.S += Distance;
     FRow.u = u;
-    FRow.*TCurveKind<TPoint>::kRowPoint = Point;
+    std::copy_n(Point, kComponents, &(FRow.*TCurveKind<TPoint>::kRowPoint).X);
     FTable.Add(FRow);
   }
 

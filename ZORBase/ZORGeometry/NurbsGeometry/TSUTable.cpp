@@ -111,9 +111,9 @@ void TSUTable::GetSByU(std::span<const double> u, std::span<double> S) const { T
 
 void TSUTable::IndexRows() {
   DropIndex();
-  std::vector<TKeys> keys;
-  keys.reserve(size());
-  for (const TSULine& row : std::as_const(*this)) keys.push_back({row.S, row.u});
+  const TSULine* const rows = std::as_const(*this).data();
+  std::vector<TKeys> keys(size());
+  for (std::size_t i = 0; i < keys.size(); ++i) keys[i] = {rows[i].S, rows[i].u};
   // The rows are spread almost evenly.
   constexpr double kBucketsPerRow = 1.0;
   FByS.Build(

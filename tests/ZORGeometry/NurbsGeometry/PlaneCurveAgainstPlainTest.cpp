@@ -7,7 +7,9 @@ namespace {
 
 using TPlainPoint2D = TPlainPoint<2>;
 
-bool IsSame(const TPoint2D& P, const TPlainPoint2D& Q) { return IsSameNumber(P.X, Q[0]) && IsSameNumber(P.Y, Q[1]); }
+bool IsSamePlanePoint(const TPoint2D& P, const TPlainPoint2D& Q) {
+  return IsSameNumber(P.X, Q[0]) && IsSameNumber(P.Y, Q[1]);
+}
 
 TList<TPoint2D> RandomPoints(std::mt19937_64& Random, int Count) {
   TList<TPoint2D> points;
@@ -31,12 +33,13 @@ void ExpectSamePoints(const TNurbs2D& Curve, const TPlainCurveOf<2>& Plain, std:
   Curve.EvalPoints(Parameters, points);
   for (std::size_t i = 0; i < points.size(); ++i) {
     const double u = Parameters[i];
-    ASSERT_TRUE(IsSame(Curve.EvalPoint(u), Plain.EvalPoint(u))) << "at " << u;
-    ASSERT_TRUE(IsSame(points[i], Plain.EvalPoint(u))) << "at " << u << ", one of many";
+    ASSERT_TRUE(IsSamePlanePoint(Curve.EvalPoint(u), Plain.EvalPoint(u))) << "at " << u;
+    ASSERT_TRUE(IsSamePlanePoint(points[i], Plain.EvalPoint(u))) << "at " << u << ", one of many";
     std::array<TPoint2D, 4> CK;
     Curve.CurveDerivsAlg1(u, CK);
     const auto expected = Plain.CurveDerivsAlg1(u);
-    for (std::size_t k = 0; k < 4; ++k) ASSERT_TRUE(IsSame(CK[k], expected[k])) << "derivative " << k << " at " << u;
+    for (std::size_t k = 0; k < 4; ++k)
+      ASSERT_TRUE(IsSamePlanePoint(CK[k], expected[k])) << "derivative " << k << " at " << u;
   }
 }
 
@@ -46,7 +49,7 @@ void ExpectSameTable(std::mt19937_64& Random, const TNurbs2D& Curve, const TPlai
   for (int i = 0; i < table.Count(); ++i) {
     ASSERT_TRUE(IsSameNumber(table[i].S, Plain.Rows[i].S)) << "S of row " << i;
     ASSERT_TRUE(IsSameNumber(table[i].u, Plain.Rows[i].u)) << "u of row " << i;
-    ASSERT_TRUE(IsSame(table[i].pos, Plain.Rows[i].P)) << "point of row " << i;
+    ASSERT_TRUE(IsSamePlanePoint(table[i].pos, Plain.Rows[i].P)) << "point of row " << i;
   }
   for (const double S : SomeNumbers(Random, Curve.CurveLength(), 1000)) {
     ASSERT_TRUE(IsSameNumber(Curve.GetUByS(S), Plain.GetUByS(S))) << S;
@@ -66,7 +69,7 @@ TEST(CurveOfThePlaneAgainstPlain, RandomPathsGiveThePlainCurve) {
       ASSERT_TRUE(curve.CreateCross(points, method));
       const TPlainCurveOf<2> plain = PlainFit(points, method);
       ASSERT_TRUE(std::ranges::equal(curve.BasicFun().uArr(), plain.Basis.U, IsSameNumber)) << "knots";
-      ASSERT_TRUE(std::ranges::equal(curve.pointArr(), plain.P, IsSame)) << "control points";
+      ASSERT_TRUE(std::ranges::equal(curve.pointArr(), plain.P, IsSamePlanePoint)) << "control points";
       ASSERT_NO_FATAL_FAILURE(ExpectSamePoints(curve, plain, SomeNumbers(random, 1, 3000)));
       ASSERT_NO_FATAL_FAILURE(ExpectSameTable(random, curve, plain.Table));
     }
