@@ -73,8 +73,12 @@ class TBlendQueue {
 
 template <class TPoint>
 TPoint TNurbsCurve<TPoint>::EvalPoint(double param) const {
+  // Knots that hold a parameter have control points.
+  if (param > 0.0 && param < 1.0 && FBasicFun.IsInside(param)) [[likely]] {
+    return PointInside(FBasicFun, pointArr(), FBasicFun.SpanInside(param), param);
+  }
   RequireControlPoints();
-  return CurvePoint(FBasicFun, pointArr(), param);
+  return CurvePointAnywhere(FBasicFun, pointArr(), param);
 }
 
 template <class TPoint>
