@@ -186,7 +186,9 @@ TEST(WritePlain, TiesGoToTheEvenDigitAndTheirNeighboursDoNot) {
   TRandom random(3);
   for (int decimals = 0; decimals <= 16; ++decimals) {
     for (int i = 0; i < 20'000; ++i) {
-      const double tie = std::ldexp(static_cast<double>((random() % (1U << 24U)) | 1U), -decimals - 1);
+      const std::uint64_t size = std::uint64_t{1}
+                                 << (i % 24 + 1);  // small ones, too, whose bits lie far behind the point
+      const double tie = std::ldexp(static_cast<double>((random() % size) | 1U), -decimals - 1);
       for (const double value : {tie, std::nextafter(tie, 0.0), std::nextafter(tie, 1e9), -tie}) {
         ExpectWrittenAsByCharconv(value, decimals);
         if (HasFatalFailure()) return;
