@@ -101,7 +101,10 @@ template <class TPoint, class TValue>
 void AddRow(TReport& Report, const TFits<TPoint>& Fits, const std::string& Key, const std::string& Title,
             TValue&& Value) {
   std::vector<TReportValue> values;
-  for (const auto& fit : Fits) values.push_back(fit.Path ? TReportValue(Value(fit)) : TReportValue());
+  for (const auto& fit : Fits) {
+    TReportValue& value = values.emplace_back();
+    if (fit.Path) value = Value(fit);
+  }
   Report.Row(Key, Title, std::move(values));
 }
 
