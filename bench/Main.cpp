@@ -121,6 +121,11 @@ int main(int argc, char** argv) {
   arguments.push_back(nullptr);
   benchmark::Initialize(&count, arguments.data());
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+#if defined(__clang__)
+  benchmark::AddCustomContext("compiler", __VERSION__);
+#elif defined(__GNUC__)
+  benchmark::AddCustomContext("compiler", "g++ " __VERSION__);
+#endif
   TRatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
 }

@@ -60,10 +60,10 @@ void DeliverPlain(benchmark::State& State) {
   for (auto _ : State) benchmark::DoNotOptimize(PlainLengthOf(points));
 }
 
-BENCHMARK(DeliverPlain)->Name("smooth curve/plain")->Unit(benchmark::kMillisecond);
-BENCHMARK(DeliverCompared)->Name("smooth curve/CreateCorss")->Unit(benchmark::kMillisecond);
+BENCHMARK(DeliverPlain)->Name("TTWoDerivCurveXD, one path/plain")->Unit(benchmark::kMillisecond);
+BENCHMARK(DeliverCompared)->Name("TTWoDerivCurveXD, one path/library")->Unit(benchmark::kMillisecond);
 BENCHMARK(Deliver)
-    ->Name("smooth curve of many points")
+    ->Name("TTWoDerivCurveXD, 44 coordinates, points:/library")
     ->RangeMultiplier(10)
     ->Range(1'000, 100'000)
     ->Complexity(benchmark::oN)

@@ -1,5 +1,5 @@
 // The biharmonic surface: weights and heights by the library, by the plain algorithm, and the weights by Eigen's fastest
-// decomposition of the same kind. bench/SurfaceBench.py has the heights of SciPy.
+// decomposition of the same kind.
 #include <ZORBase/ZORBaseAlg/uSurfaceInterpolater.h>
 #include <benchmark/benchmark.h>
 #include <tests/ZORBaseAlg/uSVD/PlainSvd.h>
@@ -13,7 +13,10 @@
 #include <map>
 #include <random>
 #include <span>
+#include <string>
 #include <vector>
+
+#include "PythonPeer.h"
 
 namespace {
 
@@ -135,19 +138,31 @@ void HeightsPlain(benchmark::State& State) {
   });
 }
 
-BENCHMARK(WeightsPlain)->Name("surface weights/plain")->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
+BENCHMARK(WeightsPlain)->Name("V4 weights, samples:/plain")->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 BENCHMARK(WeightsLibrary)
-    ->Name("surface weights/library")
+    ->Name("V4 weights, samples:/library")
     ->Arg(100)
     ->Arg(300)
     ->Arg(1000)
     ->Unit(benchmark::kMillisecond);
 #ifdef ZORBASE_BENCH_EIGEN
-BENCHMARK(WeightsEigen)->Name("surface weights/Eigen")->Arg(100)->Arg(300)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(WeightsEigen)
+    ->Name("V4 weights, samples:/Eigen")
+    ->Arg(100)
+    ->Arg(300)
+    ->Arg(1000)
+    ->Unit(benchmark::kMillisecond);
 #endif
 BENCHMARK(MatrixPlain)->Name("surface matrix/plain")->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(HeightsPlain)->Name("surface heights/plain")->Arg(100)->Arg(1000);
-BENCHMARK(HeightsOneByOne)->Name("surface heights/library")->Arg(100)->Arg(1000);
-BENCHMARK(HeightsOfASpan)->Name("surface heights, a span/library")->Arg(100)->Arg(1000);
+BENCHMARK(HeightsPlain)->Name("CalcZ, samples:/plain")->Arg(100)->Arg(1000);
+BENCHMARK(HeightsOneByOne)->Name("CalcZ, samples:/library")->Arg(100)->Arg(1000);
+BENCHMARK(HeightsOfASpan)->Name("CalcZ of a span, samples:/library")->Arg(100)->Arg(1000);
+
+[[maybe_unused]] const bool kPeersAreRegistered = [] {
+  for (const int samples : {100, 1000}) {
+    ZORBase::Bench::RegisterPythonPeer("CalcZ, samples:/SciPy/" + std::to_string(samples), "surface_heights", samples);
+  }
+  return true;
+}();
 
 }  // namespace

@@ -204,27 +204,27 @@ void Register(const std::string& Subject, const std::string& Name, void (*Functi
 const bool kIsRegistered = [] {
   for (const auto& [m, n] : std::vector<std::pair<int, int>>{
            {3, 3}, {6, 6}, {12, 12}, {50, 20}, {200, 100}, {500, 500}, {1000, 1000}, {10'000, 3}}) {
-    const std::string subject = "svd " + std::to_string(m) + "x" + std::to_string(n);
+    const std::string subject = "SVD and solution, " + std::to_string(m) + "x" + std::to_string(n);
     Register(subject, "plain", SolvePlain, m, n);
-    Register(subject, "MatrixDivUsingSvd", SolveLibrary, m, n);
+    Register(subject, "library", SolveLibrary, m, n);
 #if defined(ZORBASE_BENCH_OPENBLAS)
-    Register(subject, "OpenBLAS dgesvd", SolveLapack, m, n);
+    Register(subject, "OpenBLAS", SolveLapack, m, n);
 #endif
 #if defined(ZORBASE_BENCH_EIGEN)
     if (m == 3) {
       Register(subject, "Eigen Jacobi", SolveEigen<Eigen::JacobiSVD<Eigen::Matrix3d>>, m, n);
     } else {
-      Register(subject, "Eigen BDC", SolveEigen<Eigen::BDCSVD<Eigen::MatrixXd>>, m, n);
+      Register(subject, "Eigen", SolveEigen<Eigen::BDCSVD<Eigen::MatrixXd>>, m, n);
     }
 #endif
 #if defined(ZORBASE_BENCH_GSL)
     if (n <= 500) Register(subject, "GSL", SolveGsl, m, n);
 #endif
   }
-  benchmark::RegisterBenchmark("plane of 10000/plain", PlanePlain)->Unit(benchmark::kMicrosecond);
-  benchmark::RegisterBenchmark("plane of 10000/FitPlaneUsingSvd", PlaneLibrary)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("FitPlaneUsingSvd, 10000 points/plain", PlanePlain)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("FitPlaneUsingSvd, 10000 points/library", PlaneLibrary)->Unit(benchmark::kMicrosecond);
 #if defined(ZORBASE_BENCH_OPENBLAS)
-  benchmark::RegisterBenchmark("plane of 10000/OpenBLAS dgesvd", PlaneLapack)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("FitPlaneUsingSvd, 10000 points/OpenBLAS", PlaneLapack)->Unit(benchmark::kMicrosecond);
 #endif
   return true;
 }();

@@ -66,7 +66,16 @@ def save(lines):
     return 1, lambda: np.savetxt(name, poses, fmt="%.6f", delimiter=",", newline="\r\n")
 
 
-KERNELS = {"evaluate_rising": evaluate_rising, "fit": fit, "load": load, "save": save}
+def surface_heights(samples):
+    """The thin-plate spline: another system, with polynomial terms, but the same sum of logarithms. An item is a query of its own."""
+    random = np.random.default_rng(5)
+    places = 10.0 * random.random((samples, 2))
+    surface = interpolate.RBFInterpolator(places, np.sin(places[:, 0]) * np.cos(places[:, 1]), kernel="thin_plate_spline")
+    queries = 10.0 * random.random((256, 1, 2))
+    return len(queries), lambda: [surface(query) for query in queries]
+
+
+KERNELS = {"surface_heights": surface_heights, "evaluate_rising": evaluate_rising, "fit": fit, "load": load, "save": save}
 
 
 def main():

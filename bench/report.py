@@ -46,6 +46,9 @@ def read_subjects(results):
             parts.pop()
         name, who = parts[0], parts[1]
         size = int(parts[2]) if len(parts) > 2 and parts[2].isdigit() else None
+        sized = re.fullmatch(r"(.*:)(\d+)", name)
+        if sized:
+            name, size = sized.group(1), int(sized.group(2))
         subject = subjects.setdefault((name, size), Subject(name, size))
         whole = run["real_time" if own_clock else "cpu_time"] * NANOSECONDS[run["time_unit"]]
         item = 1e9 / run["items_per_second"] if "items_per_second" in run else whole
