@@ -15,11 +15,15 @@ ZORBASE_INLINE void GroupOfSpeeds(const TBezierTerms& Terms, const double* Param
   for (std::size_t k = 0; k < kGroup; ++k) Speeds[k] = std::sqrt(sums[k]);
 }
 
+ZORBASE_TARGET_CLONES void BezierSpeedsClones(const TBezierTerms& Terms, const TSpeedLanes& Params,
+                                              TSpeedLanes& Speeds) {
+  for (std::size_t i = 0; i < kSpeedLanes; i += kGroup) GroupOfSpeeds(Terms, Params.data() + i, Speeds.data() + i);
+}
+
 }  // namespace
 
-ZORBASE_TARGET_CLONES
 void BezierSpeeds(const TBezierTerms& Terms, const TSpeedLanes& Params, TSpeedLanes& Speeds) {
-  for (std::size_t i = 0; i < kSpeedLanes; i += kGroup) GroupOfSpeeds(Terms, Params.data() + i, Speeds.data() + i);
+  BezierSpeedsClones(Terms, Params, Speeds);
 }
 
 }  // namespace ZORBase

@@ -59,11 +59,9 @@ void Mirror(double* Matrix, std::size_t Count) {
   }
 }
 
-}  // namespace
-
 // Row by row from the block of the diagonal on; what that block gives on the diagonal and below it is not looked at.
-ZORBASE_TARGET_CLONES TPlacesFault FillBiharmonicMatrix(const TPlaces& Places, double SamePlace,
-                                                        std::span<double> Matrix) {
+ZORBASE_TARGET_CLONES TPlacesFault FillBiharmonicMatrixClones(const TPlaces& Places, double SamePlace,
+                                                              std::span<double> Matrix) {
   const std::size_t count = Places.X.size();
   TFaults faults;
   for (std::size_t i = 0; i < count; ++i) {
@@ -86,8 +84,8 @@ ZORBASE_TARGET_CLONES TPlacesFault FillBiharmonicMatrix(const TPlaces& Places, d
   return TPlacesFault::None;
 }
 
-ZORBASE_TARGET_CLONES double BiharmonicHeight(const TPlaces& Places, std::span<const double> Weights, double SamePlace,
-                                              double X, double Y) {
+ZORBASE_TARGET_CLONES double BiharmonicHeightClones(const TPlaces& Places, std::span<const double> Weights,
+                                                    double SamePlace, double X, double Y) {
   const double* const x = Places.X.data();
   const double* const y = Places.Y.data();
   const double* const weights = Weights.data();
@@ -104,8 +102,9 @@ ZORBASE_TARGET_CLONES double BiharmonicHeight(const TPlaces& Places, std::span<c
 }
 
 // Lanes are points: each has its own sum in order.
-ZORBASE_TARGET_CLONES void BiharmonicHeights(const TPlaces& Places, std::span<const double> Weights, double SamePlace,
-                                             std::span<const TPoint2D> At, std::span<double> Heights) {
+ZORBASE_TARGET_CLONES void BiharmonicHeightsClones(const TPlaces& Places, std::span<const double> Weights,
+                                                   double SamePlace, std::span<const TPoint2D> At,
+                                                   std::span<double> Heights) {
   constexpr std::size_t lanes = 8;
   for (std::size_t done = 0; done < At.size(); done += lanes) {
     const std::size_t points = std::min(lanes, At.size() - done);
@@ -124,6 +123,21 @@ ZORBASE_TARGET_CLONES void BiharmonicHeights(const TPlaces& Places, std::span<co
     }
     std::copy_n(sums, points, Heights.data() + done);
   }
+}
+
+}  // namespace
+
+TPlacesFault FillBiharmonicMatrix(const TPlaces& Places, double SamePlace, std::span<double> Matrix) {
+  return FillBiharmonicMatrixClones(Places, SamePlace, Matrix);
+}
+
+double BiharmonicHeight(const TPlaces& Places, std::span<const double> Weights, double SamePlace, double X, double Y) {
+  return BiharmonicHeightClones(Places, Weights, SamePlace, X, Y);
+}
+
+void BiharmonicHeights(const TPlaces& Places, std::span<const double> Weights, double SamePlace,
+                       std::span<const TPoint2D> At, std::span<double> Heights) {
+  BiharmonicHeightsClones(Places, Weights, SamePlace, At, Heights);
 }
 
 }  // namespace ZORBase

@@ -29,10 +29,8 @@ ZORBASE_INLINE void TakeRoots(double* Values, std::size_t Count) {
   for (std::size_t i = 0; i < Count; ++i) Values[i] = std::sqrt(Values[i]);
 }
 
-}  // namespace
-
-ZORBASE_TARGET_CLONES void SampleBasis(const double* __restrict U, const double* __restrict u, std::size_t Count,
-                                       double (*__restrict N)[kSize]) {
+ZORBASE_TARGET_CLONES void SampleBasisClones(const double* __restrict U, const double* __restrict u, std::size_t Count,
+                                             double (*__restrict N)[kSize]) {
   ZORBASE_INDEPENDENT
   for (std::size_t i = 0; i < Count; ++i) {
     double values[4];
@@ -43,6 +41,8 @@ ZORBASE_TARGET_CLONES void SampleBasis(const double* __restrict U, const double*
     N[3][i] = values[3];
   }
 }
+
+}  // namespace
 
 void SamplePlane(const double* P, TSampleBlock<2>& Block) {
   for (std::size_t i = 0; i < Block.Count; ++i) {
@@ -67,6 +67,11 @@ void SampleExtended(const double* P, TSampleBlock<6>& Block) {
 
 void BlendExtendedAll(const double* const* P, const double (*N)[kSize], std::size_t Count, double* const* Sums) {
   BlendAll([P](std::size_t i) { return P[i]; }, N, Count, [Sums](std::size_t i) { return Sums[i]; });
+}
+
+void SampleBasis(const double* __restrict U, const double* __restrict u, std::size_t Count,
+                 double (*__restrict N)[kSize]) {
+  SampleBasisClones(U, u, Count, N);
 }
 
 }  // namespace ZORBase

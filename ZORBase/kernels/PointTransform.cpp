@@ -69,16 +69,24 @@ ZORBASE_INLINE void TransformAll(const TAffineRows& M, std::span<const TPoint3D>
   for (; i < Points.size(); ++i) transformOne(i);
 }
 
-}  // namespace
-
-ZORBASE_TARGET_CLONES
-void MoveAll(const TAffineRows& M, std::span<const TPoint3D> Points, TPoint3D* Results, double Far) {
+ZORBASE_TARGET_CLONES void MoveAllClones(const TAffineRows& M, std::span<const TPoint3D> Points, TPoint3D* Results,
+                                         double Far) {
   TransformAll<true>(M, Points, Results, Far);
 }
 
-ZORBASE_TARGET_CLONES
-void TurnAll(const TAffineRows& M, std::span<const TPoint3D> Points, TPoint3D* Results, double Far) {
+ZORBASE_TARGET_CLONES void TurnAllClones(const TAffineRows& M, std::span<const TPoint3D> Points, TPoint3D* Results,
+                                         double Far) {
   TransformAll<false>(M, Points, Results, Far);
+}
+
+}  // namespace
+
+void MoveAll(const TAffineRows& M, std::span<const TPoint3D> Points, TPoint3D* Results, double Far) {
+  MoveAllClones(M, Points, Results, Far);
+}
+
+void TurnAll(const TAffineRows& M, std::span<const TPoint3D> Points, TPoint3D* Results, double Far) {
+  TurnAllClones(M, Points, Results, Far);
 }
 
 }  // namespace ZORBase

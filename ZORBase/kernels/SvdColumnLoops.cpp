@@ -67,6 +67,25 @@ ZORBASE_INLINE double ReflectAllRows(const TReflections& By, std::size_t Rows) {
   return sum;
 }
 
+ZORBASE_TARGET_CLONES void AddMultiplesClones(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns,
+                                              const double* F, const double* C) {
+  for (std::size_t j = 0; j < Columns; ++j) {
+    const TLanes f = Splat(F[j]);
+    double* const column = A + j * Stride;
+    std::size_t k = 0;
+    for (; k + kLanes <= Rows; k += kLanes) Store(column + k, Load(column + k) + f * Load(C + k));
+    for (; k < Rows; ++k) column[k] += F[j] * C[k];
+  }
+}
+
+ZORBASE_TARGET_CLONES double ReflectRowsClones(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns,
+                                               const double* F, const double* C, const double* Y, const double* P) {
+  if (F != nullptr && Y != nullptr) return ReflectAllRows<true, true>({A, Stride, Columns, F, C, Y, P}, Rows);
+  if (F != nullptr) return ReflectAllRows<true, false>({A, Stride, Columns, F, C, Y, P}, Rows);
+  if (Y != nullptr) return ReflectAllRows<false, true>({A, Stride, Columns, F, C, Y, P}, Rows);
+  return ReflectAllRows<false, false>({A, Stride, Columns, F, C, Y, P}, Rows);
+}
+
 }  // namespace
 
 void ColumnDots(const double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* C,
@@ -81,25 +100,14 @@ void ColumnDots(const double* A, std::size_t Stride, std::size_t Rows, std::size
   }
 }
 
-ZORBASE_TARGET_CLONES
 void AddMultiples(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* F,
                   const double* C) {
-  for (std::size_t j = 0; j < Columns; ++j) {
-    const TLanes f = Splat(F[j]);
-    double* const column = A + j * Stride;
-    std::size_t k = 0;
-    for (; k + kLanes <= Rows; k += kLanes) Store(column + k, Load(column + k) + f * Load(C + k));
-    for (; k < Rows; ++k) column[k] += F[j] * C[k];
-  }
+  AddMultiplesClones(A, Stride, Rows, Columns, F, C);
 }
 
-ZORBASE_TARGET_CLONES
 double ReflectRows(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* F,
                    const double* C, const double* Y, const double* P) {
-  if (F != nullptr && Y != nullptr) return ReflectAllRows<true, true>({A, Stride, Columns, F, C, Y, P}, Rows);
-  if (F != nullptr) return ReflectAllRows<true, false>({A, Stride, Columns, F, C, Y, P}, Rows);
-  if (Y != nullptr) return ReflectAllRows<false, true>({A, Stride, Columns, F, C, Y, P}, Rows);
-  return ReflectAllRows<false, false>({A, Stride, Columns, F, C, Y, P}, Rows);
+  return ReflectRowsClones(A, Stride, Rows, Columns, F, C, Y, P);
 }
 
 }  // namespace ZORBase::SvdColumnLoops

@@ -187,16 +187,7 @@ ZORBASE_INLINE double DivideAndSquare(double* X, std::size_t Count, double Divis
   return sum;
 }
 
-}  // namespace
-
-double SumOfMagnitudes(const double* X, std::size_t Count) {
-  double sum = 0.0;
-  for (std::size_t k = 0; k < Count; ++k) sum += std::fabs(X[k]);
-  return sum;
-}
-
-ZORBASE_TARGET_CLONES
-TReflector MakeReflector(double* X, std::size_t Count, double Scale) {
+ZORBASE_TARGET_CLONES TReflector MakeReflectorClones(double* X, std::size_t Count, double Scale) {
   TReflector reflector{Scale};
   if (!reflector.Exists()) return reflector;
   const double sum = DivideAndSquare(X, Count, Scale);
@@ -206,26 +197,24 @@ TReflector MakeReflector(double* X, std::size_t Count, double Scale) {
   return reflector;
 }
 
-ZORBASE_TARGET_CLONES
-void Multiply(double* X, std::size_t Count, double Factor) {
+ZORBASE_TARGET_CLONES void MultiplyClones(double* X, std::size_t Count, double Factor) {
   const TLanes factor = Splat(Factor);
   std::size_t k = 0;
   for (; k + kLanes <= Count; k += kLanes) Store(X + k, Load(X + k) * factor);
   for (; k < Count; ++k) X[k] *= Factor;
 }
 
-ZORBASE_TARGET_CLONES
-void ColumnDots(const double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* C,
-                double* Sums) {
+ZORBASE_TARGET_CLONES void ColumnDotsClones(const double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns,
+                                            const double* C, double* Sums) {
   for (std::size_t j = 0; j < Columns; j += kLanes) Store(Sums + j, Splat(0.0));
   std::size_t k = 0;
   for (; k + 4 <= Rows; k += 4) AddFourRows(A + k * Stride, Stride, Columns, C + k, Sums);
   for (; k < Rows; ++k) AddRow(A + k * Stride, Columns, C[k], Sums);
 }
 
-ZORBASE_TARGET_CLONES
-double ReflectRows(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* F,
-                   const double* C, const double* Y, const double* P, std::size_t Lead, double* Next) {
+ZORBASE_TARGET_CLONES double ReflectRowsClones(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns,
+                                               const double* F, const double* C, const double* Y, const double* P,
+                                               std::size_t Lead, double* Next) {
   const TReflections by{Stride, Columns, F, Y, P};
   if (F != nullptr && Y != nullptr) return ReflectAllRows<true, true>(A, Rows, by, C, Lead, Next);
   if (F != nullptr) return ReflectAllRows<true, false>(A, Rows, by, C, Lead, Next);
@@ -233,8 +222,8 @@ double ReflectRows(double* A, std::size_t Stride, std::size_t Rows, std::size_t 
   return ReflectAllRows<false, false>(A, Rows, by, C, Lead, Next);
 }
 
-ZORBASE_TARGET_CLONES
-void UpdatePanel(double* Panel, std::size_t Rows, const double* F, const double* C, const double* D, double* Sums) {
+ZORBASE_TARGET_CLONES void UpdatePanelClones(double* Panel, std::size_t Rows, const double* F, const double* C,
+                                             const double* D, double* Sums) {
   if (F != nullptr && D != nullptr) {
     UpdateRows<true, true>(Panel, Rows, F, C, D, Sums);
   } else if (F != nullptr) {
@@ -242,6 +231,32 @@ void UpdatePanel(double* Panel, std::size_t Rows, const double* F, const double*
   } else if (D != nullptr) {
     UpdateRows<false, true>(Panel, Rows, F, C, D, Sums);
   }
+}
+
+}  // namespace
+
+double SumOfMagnitudes(const double* X, std::size_t Count) {
+  double sum = 0.0;
+  for (std::size_t k = 0; k < Count; ++k) sum += std::fabs(X[k]);
+  return sum;
+}
+
+TReflector MakeReflector(double* X, std::size_t Count, double Scale) { return MakeReflectorClones(X, Count, Scale); }
+
+void Multiply(double* X, std::size_t Count, double Factor) { MultiplyClones(X, Count, Factor); }
+
+void ColumnDots(const double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* C,
+                double* Sums) {
+  ColumnDotsClones(A, Stride, Rows, Columns, C, Sums);
+}
+
+double ReflectRows(double* A, std::size_t Stride, std::size_t Rows, std::size_t Columns, const double* F,
+                   const double* C, const double* Y, const double* P, std::size_t Lead, double* Next) {
+  return ReflectRowsClones(A, Stride, Rows, Columns, F, C, Y, P, Lead, Next);
+}
+
+void UpdatePanel(double* Panel, std::size_t Rows, const double* F, const double* C, const double* D, double* Sums) {
+  UpdatePanelClones(Panel, Rows, F, C, D, Sums);
 }
 
 }  // namespace ZORBase::SvdLoops

@@ -36,8 +36,8 @@ class ZORBASE_API TNewtonIterator {
   ///         general error when E P is more than a list holds.
   TNewtonIterator(int ParamNum, int EquationNum, TEquationFunc ErrFunc, TEquationFunc JacobFunc, bool ReadByRow);
   virtual ~TNewtonIterator();
-  TNewtonIterator(TNewtonIterator&&) noexcept;
-  TNewtonIterator& operator=(TNewtonIterator&&) noexcept;
+  TNewtonIterator(TNewtonIterator&&) noexcept;             ///< moves settings and functions
+  TNewtonIterator& operator=(TNewtonIterator&&) noexcept;  ///< moves settings and functions
   TNewtonIterator(const TNewtonIterator&) = delete;
   TNewtonIterator& operator=(const TNewtonIterator&) = delete;
 
@@ -61,6 +61,8 @@ class ZORBASE_API TNewtonIterator {
   /// Cost: a singular value decomposition of E x P per step.
   bool CalcParam(TDoubleList* XList);
 
+  ///@{
+  /// What the iterator was made with, and its settings.
   int ParamNum() const { return FParamNum; }
   int EquationNum() const { return FEquationNum; }
   const TEquationFunc& ErrFunc() const { return FErrFunc; }
@@ -69,6 +71,7 @@ class ZORBASE_API TNewtonIterator {
   std::span<const double> ConvergeTor() const { return FConvergeTor; }
   int IterMaxNum() const { return FIterMaxNum; }
   const TLogProc& Logger() const { return FLogger; }
+  ///@}
 
  protected:
   /// J at X, or nothing. X is the working copy of a run, which a Jacobian by differences moves.

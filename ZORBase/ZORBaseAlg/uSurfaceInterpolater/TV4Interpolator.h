@@ -21,8 +21,9 @@ namespace ZORBase {
 /// numbers: the state reached, then those that would do.
 class ZORBASE_API TV4Interpolator {
  public:
+  /// The stage that is reached.
   enum TInterpolatorState : int {
-    cbsIdle = 0,
+    cbsIdle = 0,      ///< there is nothing yet
     cbsAddPoint = 1,  ///< samples were added
     cbsFinish = 2     ///< CalcWeights was called
   };
@@ -35,23 +36,26 @@ class ZORBASE_API TV4Interpolator {
 
   TV4Interpolator() = default;
   ~TV4Interpolator() = default;
-  TV4Interpolator(TV4Interpolator&&) = default;
-  TV4Interpolator& operator=(TV4Interpolator&&) = default;
+  TV4Interpolator(TV4Interpolator&&) = default;             ///< moves samples, weights and state
+  TV4Interpolator& operator=(TV4Interpolator&&) = default;  ///< moves samples, weights and state
   TV4Interpolator(const TV4Interpolator&) = delete;
   TV4Interpolator& operator=(const TV4Interpolator&) = delete;
 
+  ///@{
   /// Appends a sample: X and Y place it, Z is the height.
   /// \throws the general error for a number that is not finite; nothing is changed then.
   void AddPoint(const TPoint3D& Pt);
   void AddPoint(double X, double Y, double Z);
+  ///@}
 
   /// Appends all samples in order, or none of them when one is not finite: then the general error names its index.
   void AddPointList(const TList<TPoint3D>& Points);
 
   /// Finds the weights of N samples, so that the surface passes through them. The state is cbsFinish even when it fails; then there
   /// are no weights, and every height is 0.
-  /// \throws the general error "TV4Interpolator Fail For Duplicate data" when two samples have the same place, "TV4Interpolator CalcWeights Fail" when the solver fails, and one with the numbers when the matrix exceeds
-  ///         kMatrixMemoryLimit or samples are too far apart for a square of their distance.
+  /// \throws the general error "TV4Interpolator Fail For Duplicate data" when two samples have the same place, "TV4Interpolator
+  ///         CalcWeights Fail" when the solver fails, and one with the numbers when the matrix exceeds kMatrixMemoryLimit or
+  ///         samples are too far apart for a square of their distance.
   /// Cost: a singular value decomposition of N x N.
   void CalcWeights();
 
@@ -62,9 +66,12 @@ class ZORBASE_API TV4Interpolator {
   /// \throws the general error when the two differ in length.
   void CalcZ(std::span<const TPoint2D> Places, std::span<double> Z) const;
 
+  ///@{
+  /// The samples, their weights, and the stage that is reached.
   const TList<TPoint3D>& SrcPt() const { return FSrcPt; }
   const TDoubleList& Weights() const { return FWeights; }
   TInterpolatorState State() const { return FState; }
+  ///@}
 
  private:
   void CheckState(TInterpolatorState Expected) const;

@@ -35,7 +35,8 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
 
   // -------------------------------------------------------------------------------------- rows
 
-  // Those of the list; what may change a row drops the index.
+  ///@{
+  /// Those of the list; what may change a row drops the index.
   const TSULine& operator[](int Index) const { return TList::operator[](Index); }
   const TSULine& First() const { return TList::First(); }
   const TSULine& Last() const { return TList::Last(); }
@@ -57,6 +58,7 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   void Sort(TCompare&& Compare) {
     Changing().Sort(std::forward<TCompare>(Compare));
   }
+  ///@}
 
   // -------------------------------------------------------------------------------------- look-ups
 

@@ -73,10 +73,10 @@ ZORBASE_API zorbase_status zorbase_curve_curvature(const zorbase_curve* curve, d
 
 /** The place of a curve that is closest to a pose. */
 typedef struct zorbase_closest {
-  size_t size; /**< sizeof(zorbase_closest) */
-  double param;
-  double distance; /**< over all six components */
-  zorbase_pose pose;
+  size_t size;       /**< sizeof(zorbase_closest) */
+  double param;      /**< of the place */
+  double distance;   /**< over all six components */
+  zorbase_pose pose; /**< at the place */
 } zorbase_closest;
 
 /** Finds the closest place, over all six components; of several equally close ones that with the smallest parameter.

@@ -10,24 +10,35 @@ ZORBASE_BEGIN_C
 
 /** A position in the plane, in the caller's length unit. */
 typedef struct zorbase_point2 {
-  double x, y;
+  double x; /**< along X */
+  double y; /**< along Y */
 } zorbase_point2;
 
 /** A position in space. */
 typedef struct zorbase_point {
-  double x, y, z;
+  double x; /**< along X */
+  double y; /**< along Y */
+  double z; /**< along Z */
 } zorbase_point;
 
 /** A tool pose: position (x, y, z) and direction (a, b, c), which is a unit vector where nothing else is said. */
 typedef struct zorbase_pose {
-  double x, y, z;
-  double a, b, c;
+  double x; /**< position along X */
+  double y; /**< position along Y */
+  double z; /**< position along Z */
+  double a; /**< direction along X */
+  double b; /**< direction along Y */
+  double c; /**< direction along Z */
 } zorbase_pose;
 
 /** A tool pose with rotation angles: R = Rz(rz) Ry(ry) Rx(rx). The tool points along the third column of R. */
 typedef struct zorbase_euler_pose {
-  double x, y, z;
-  double rx, ry, rz;
+  double x;  /**< position along X */
+  double y;  /**< position along Y */
+  double z;  /**< position along Z */
+  double rx; /**< turn about X, in radians */
+  double ry; /**< turn about Y, in radians */
+  double rz; /**< turn about Z, in radians */
 } zorbase_euler_pose;
 
 /** Gives the text "x,y,z,a,b,c" of a pose, as a line of a file has it.

@@ -48,8 +48,8 @@ typedef struct zorbase_filter_settings {
   int32_t kind;            /**< ZORBASE_HAMMING to ZORBASE_AVERAGE */
   int32_t order;           /**< samples that an output sums up, made odd; 0 leaves it to the frequencies */
   double sample_frequency; /**< above 0 */
-  double cutoff_frequency;
-  double initial_value; /**< of the samples before the first one */
+  double cutoff_frequency; /**< above 0 */
+  double initial_value;    /**< of the samples before the first one */
 } zorbase_filter_settings;
 
 /** Makes a filter. ZORBASE_BAD_ARGUMENT for another kind, ZORBASE_ERROR for frequencies or an order that cannot be

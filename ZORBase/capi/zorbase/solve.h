@@ -26,8 +26,11 @@ ZORBASE_API zorbase_status zorbase_least_squares(const double* a, size_t rows, s
 
 /** The plane a x + b y + c z + d = 0 with a unit normal, whose sign is left open. */
 typedef struct zorbase_plane {
-  size_t size; /**< sizeof(zorbase_plane) */
-  double a, b, c, d;
+  size_t size;  /**< sizeof(zorbase_plane) */
+  double a;     /**< the normal along X */
+  double b;     /**< the normal along Y */
+  double c;     /**< the normal along Z */
+  double d;     /**< minus the distance of the origin along the normal */
   double ratio; /**< spread in the plane, in its lesser direction, over that across it; 1e7 for points exactly flat */
 } zorbase_plane;
 
@@ -39,7 +42,9 @@ ZORBASE_API zorbase_status zorbase_fit_plane(const zorbase_point* points, size_t
 /** The line a x + b y + c = 0 of the plane z = 0, with a unit normal, whose sign is left open. */
 typedef struct zorbase_line {
   size_t size; /**< sizeof(zorbase_line) */
-  double a, b, c;
+  double a;    /**< the normal along X */
+  double b;    /**< the normal along Y */
+  double c;    /**< minus the distance of the origin along the normal */
 } zorbase_line;
 
 /** Fits the line that leaves the smallest sum of squared distances, taken at right angles. A single point gives zeros.

@@ -8,12 +8,15 @@ ZORBASE_BEGIN_C
 
 /** A transform: row i is R[i][0], R[i][1], R[i][2], t[i]. A point p goes to R p + t, a direction v to R v. */
 typedef struct zorbase_matrix {
-  double m[3][4];
+  double m[3][4]; /**< three rows of R and t */
 } zorbase_matrix;
 
 /** A quaternion, the real part first. A unit one is a rotation; q and -q are the same one. */
 typedef struct zorbase_quaternion {
-  double a, b, c, d;
+  double a; /**< the real part */
+  double b; /**< with i */
+  double c; /**< with j */
+  double d; /**< with k */
 } zorbase_quaternion;
 
 /* ---------------------------------------------------------------------------------------------- transforms */

@@ -19,7 +19,9 @@ struct ZORBASE_API TPoint2D {
 
   /// The length of the vector.
   double Mag() const;
+  /// The square of the length.
   constexpr double MagSqr() const { return DotMul(*this); }
+  /// The dot product.
   constexpr double DotMul(const TPoint2D& Q) const { return X * Q.X + Y * Q.Y; }
 
   /// \return the unit vector of the same direction; the zero vector for the zero vector.
