@@ -11,7 +11,7 @@ set -euo pipefail
 declare -A packages=(
   [build]="g++ cmake ninja-build libcli11-dev libfmt-dev nlohmann-json3-dev"
   [plot]="gnuplot-nox"
-  [test]="clang libclang-rt-dev libgtest-dev libgmock-dev librapidcheck-dev libeigen3-dev locales-all pkgconf groff-base fp-compiler"
+  [test]="clang clang-format libclang-rt-dev libgtest-dev libgmock-dev librapidcheck-dev libeigen3-dev locales-all pkgconf groff-base fp-compiler"
   [lint]="clang clang-format clang-tidy"
   [bench]="libbenchmark-dev libeigen3-dev nlohmann-json3-dev libsisl-dev libgsl-dev python3-scipy libfftw3-dev libkissfft-dev libliquid-dev libglm-dev libopenblas-dev liblapacke-dev"
   [docs]="doxygen"

@@ -7,6 +7,8 @@ cd "$(dirname "$0")/.."
 
 scripts/install-packages.sh build plot test docs
 export CXX=g++
+printf '\n=== form of the sources\n'
+scripts/lint.sh --form
 
 # The leak check stops its own program through ptrace, which a sandbox may forbid; the other checks need no permission.
 leak_check_works() {
