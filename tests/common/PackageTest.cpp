@@ -29,6 +29,9 @@ thread_local bool MemoryIsGone = false;
   }
   throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t Size, const std::nothrow_t&) noexcept {
+  return MemoryIsGone ? nullptr : std::malloc(std::max<std::size_t>(Size, 1));
+}
 [[gnu::noinline]] void operator delete(void* Memory) noexcept { std::free(Memory); }
 [[gnu::noinline]] void operator delete(void* Memory, std::size_t) noexcept { std::free(Memory); }
 
