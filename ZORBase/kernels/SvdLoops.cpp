@@ -90,9 +90,11 @@ ZORBASE_INLINE void ReflectSomeRows(double* A, const TReflections& By, const dou
   TLanes sums = Splat(0.0);
   TLanes moreSums = Splat(0.0);
   for (std::size_t j = 0; j < By.Columns; j += kLanes) {
-    FourRowsByColumn<IsByColumn, IsByRow>(A + j, stride, By.F + j, c, By.Y + j, sums);
+    const double* const f = IsByColumn ? By.F + j : nullptr;
+    const double* const y = IsByRow ? By.Y + j : nullptr;
+    FourRowsByColumn<IsByColumn, IsByRow>(A + j, stride, f, c, y, sums);
     if constexpr (Fours == 2) {
-      FourRowsByColumn<IsByColumn, IsByRow>(A + 4 * stride + j, stride, By.F + j, d, By.Y + j, moreSums);
+      FourRowsByColumn<IsByColumn, IsByRow>(A + 4 * stride + j, stride, f, d, y, moreSums);
     }
   }
   if constexpr (IsByRow) {
