@@ -99,7 +99,7 @@ std::string BashWords(const TCommand& Command) {
 
 // ---------------------------------------------------------------------------------------------- zsh
 
-// A specification for _arguments: '(-o --output)'{-o,--output}'[description]:OUT:_files'
+// An argument for _arguments: '(-o --output)'{-o,--output}'[description]:OUT:_files'
 std::string ZshOption(const TSwitch& Switch) {
   std::string value;
   if (Switch.TakesValue()) {
@@ -114,13 +114,13 @@ std::string ZshOption(const TSwitch& Switch) {
 }
 
 std::string ZshArguments(const TCommand& Command) {
-  std::string specifications;
-  for (const TSwitch& option : Command.Options) specifications += " \\\n            " + ZshOption(option);
+  std::string arguments;
+  for (const TSwitch& option : Command.Options) arguments += " \\\n            " + ZshOption(option);
   for (const TSwitch& argument : Command.Arguments) {
-    specifications += " \\\n            " + Quoted(":" + Guarded(argument.Names.front(), ":") + ":" +
+    arguments += " \\\n            " + Quoted(":" + Guarded(argument.Names.front(), ":") + ":" +
                                                    (argument.TakesFile() ? "_files" : " "));
   }
-  return specifications;
+  return arguments;
 }
 
 // ---------------------------------------------------------------------------------------------- fish

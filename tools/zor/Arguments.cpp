@@ -105,7 +105,7 @@ void AddPlot(CLI::App& Command, std::string& FileName) {
     if (!IsPictureName(Text)) Refuse("--plot", Text, "a file name that ends in .svg or .png");
     FileName = Text;
   };
-  AddRead(Command, "--plot", "OUT", "Draw a picture of the path into OUT.svg or OUT.png (needs gnuplot)", read);
+  AddRead(Command, "--plot", "OUT", "Draw a picture into OUT.svg or OUT.png (needs gnuplot)", read);
 }
 
 void AddMethod(CLI::App& Command, std::optional<TParalizeMethod>& Method, const std::string& Description) {
