@@ -117,8 +117,8 @@ std::string ZshArguments(const TCommand& Command) {
   std::string arguments;
   for (const TSwitch& option : Command.Options) arguments += " \\\n            " + ZshOption(option);
   for (const TSwitch& argument : Command.Arguments) {
-    arguments += " \\\n            " + Quoted(":" + Guarded(argument.Names.front(), ":") + ":" +
-                                                   (argument.TakesFile() ? "_files" : " "));
+    arguments += " \\\n            " +
+                 Quoted(":" + Guarded(argument.Names.front(), ":") + ":" + (argument.TakesFile() ? "_files" : " "));
   }
   return arguments;
 }
