@@ -8,17 +8,17 @@
 static const double step = 1.0;   /* mm */
 static const size_t shown = 1000; /* every so many steps one is printed */
 
+static void* allocated(size_t count, size_t size) {
+  void* memory = calloc(count, size);
+  if (!memory) exit(EXIT_FAILURE);
+  return memory;
+}
+
 /* Ends the program when a call has failed. The system takes back what the program holds. */
 static void check(zorbase_status status) {
   if (status == ZORBASE_OK) return;
   fprintf(stderr, "%s\n", zorbase_last_error());
   exit(EXIT_FAILURE);
-}
-
-static void* allocated(size_t count, size_t size) {
-  void* memory = calloc(count, size);
-  if (!memory) exit(EXIT_FAILURE);
-  return memory;
 }
 
 static void fit(const char* file_name, zorbase_curve* curve) {
@@ -40,6 +40,7 @@ static void print_pose(size_t length, const zorbase_pose* pose) {
   printf("at %u mm  %s\n", (unsigned)length, text);
 }
 
+/* [walk] */
 static void walk(const zorbase_curve* curve) {
   double length;
   check(zorbase_curve_length(curve, &length));
@@ -57,6 +58,7 @@ static void walk(const zorbase_curve* curve) {
   free(params);
   free(lengths);
 }
+/* [walk] */
 
 static void find_closest(const zorbase_curve* curve) {
   const zorbase_pose probe = {0, 0, 0, 0, 0, 1};

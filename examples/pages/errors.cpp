@@ -55,6 +55,7 @@ void Algebra() {
   Show("Vectors of different length", [] { TMatrix4D::Create(TPoint3D::Create(1, 0, 0), TPoint3D::Create(0, 2, 0)); });
   Show("A cosine above 1", [] { ArcCos(1.0 + 1e-15); });
   Show("A quaternion without length", [] { TQuaternion::ReturnQuaternionZero().Inverse(); });
+  Show("A quaternion without direction", [] { TQuaternion::ReturnQuaternionZero().Log(); });
   Show("Axes that are not perpendicular",
        [] { TEulerAng::CreatebyXYVec(TPoint3D::Create(1, 0, 0), TPoint3D::Create(1, 1, 0)); });
   Show("Another class", [] { TNurbs6D().Assign(TNurbs2D()); });
@@ -74,6 +75,53 @@ void Signals() {
   });
 }
 
+TDoubleList Zeros(int Count) {
+  TDoubleList numbers;
+  for (int i = 0; i < Count; ++i) numbers.Add(0.0);
+  return numbers;
+}
+
+void Solve(int MatrixCount, int M, int N) {
+  const TDoubleList matrix = Zeros(MatrixCount);
+  const TDoubleList right = Zeros(M);
+  TDoubleList x;
+  MatrixDivUsingSvd(&matrix, &right, M, N, &x, true);
+}
+
+void FitPlane(const TDoubleList* Points) {
+  TDoubleList plane;
+  FitPlaneUsingSvd(Points, &plane);
+}
+
+void Solvers() {
+  Show("Numbers that make no matrix", [] { Solve(5, 2, 3); });
+  Show("Numbers that make no points", [] {
+    const TDoubleList points = Zeros(7);
+    FitPlane(&points);
+  });
+  Show("A list that is not there", [] { FitPlane(nullptr); });
+  Show("More unknowns than equations", [] { TNewtonIteratorPro(3, 2, {}); });
+  Show("Tolerances of another number", [] { TNewtonIteratorPro(2, 2, {}).SetConvergeTor(Zeros(3)); });
+}
+
+// The surface through one height above each of the places.
+TV4Interpolator SurfaceAbove(std::initializer_list<double> Places) {
+  TV4Interpolator surface;
+  for (const double x : Places) surface.AddPoint(x, 0, 0);
+  surface.CalcWeights();
+  return surface;
+}
+
+void Surfaces() {
+  Show("A finished surface", [] { SurfaceAbove({0, 1, 2}).AddPoint(3, 0, 0); });
+  Show("Two heights above one place", [] { SurfaceAbove({0, 1, 1}); });
+  Show("A surface of too many samples", [] {
+    TV4Interpolator surface;
+    for (int i = 0; i < 11586; ++i) surface.AddPoint(i, 0, 0);
+    surface.CalcWeights();
+  });
+}
+
 }  // namespace
 
 int main() {
@@ -81,4 +129,6 @@ int main() {
   Curves();
   Algebra();
   Signals();
+  Solvers();
+  Surfaces();
 }

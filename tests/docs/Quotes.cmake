@@ -1,5 +1,5 @@
 # What README.md and the pages quote is what the programs are and print. SOURCE is the root of the repository; ZOR, where it is
-# given, runs the commands that README.md shows, in the folder SCRATCH.
+# given, runs the commands that they show, in the folder SCRATCH.
 cmake_minimum_required(VERSION 3.25)
 
 # The pieces of FILE between two lines with ``` and LANGUAGE, each as one text.
@@ -61,6 +61,15 @@ foreach(block IN LISTS blocks)
   expect_in("${block}" "${first}${second}" "README.md shows code that no program holds")
 endforeach()
 
+read_flat(${SOURCE}/examples/c/step_along.c program)
+read_blocks(${SOURCE}/README.md c block)
+flatten("${block}" block)
+string(LENGTH "${block}" length)
+if(length LESS 100)
+  message(FATAL_ERROR "README.md shows no C")
+endif()
+expect_in("${block}" "${program}" "README.md shows C that no program holds")
+
 # Remarks stand behind the lines that are printed.
 file(STRINGS ${SOURCE}/examples/pages/readme.txt printed)
 file(READ ${SOURCE}/README.md readme)
@@ -89,15 +98,23 @@ if(ZOR)
   if(count LESS 15)
     message(FATAL_ERROR "README.md shows ${count} commands, and there were 15")
   endif()
-  foreach(command IN LISTS commands)
+  # The page for those who prepare paths names them in its text, where a line may end inside a command.
+  file(READ ${SOURCE}/docs/pages/start_process.md page)
+  string(REGEX MATCHALL "`zor[ \n]+[a-z]+ [^`]*`" named "${page}")
+  list(LENGTH named count)
+  if(count LESS 13)
+    message(FATAL_ERROR "start_process.md names ${count} commands, and there were 13")
+  endif()
+  foreach(command IN LISTS commands named)
     string(REGEX REPLACE "  +#.*" "" command "${command}")
+    string(REGEX REPLACE "`|\n *" " " command "${command}")
     if(command MATCHES "--plot" AND NOT GNUPLOT)
       continue()
     endif()
     execute_process(COMMAND sh -c "${command}" WORKING_DIRECTORY ${SCRATCH}
       RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
     if(NOT status STREQUAL "0")
-      message(FATAL_ERROR "README.md shows '${command}', which ends with ${status}\n${output}")
+      message(FATAL_ERROR "README.md or start_process.md shows '${command}', which ends with ${status}\n${output}")
     endif()
   endforeach()
 endif()
