@@ -80,42 +80,41 @@ BENCHMARK(AmplitudesAndPhases)->Name("Amplitudes and phases/library")->Arg(1 << 
 // ---------------------------------------------------------------------------------------------- other libraries
 
 #ifdef ZORBASE_BENCH_FFTW
-// Plans are measured before the clock starts. Of the two, the complex one does the work that the library does: it has no use
-// for the symmetry of a real signal either.
+// Runs a plan, which was measured before the clock starts, and frees it with its arrays. Load brings the samples into the input,
+// which measuring overwrites.
+template <class TLoad>
+void RunFftw(benchmark::State& State, fftw_plan Plan, void* In, fftw_complex* Out, TLoad&& Load) {
+  Load(Noise(State.range(0)));
+  for (auto _ : State) {
+    fftw_execute(Plan);
+    benchmark::ClobberMemory();
+  }
+  fftw_destroy_plan(Plan);
+  fftw_free(In);
+  fftw_free(Out);
+  CountSamples(State);
+}
+
 void FftwReal(benchmark::State& State) {
   const auto count = static_cast<std::size_t>(State.range(0));
   double* const in = fftw_alloc_real(count);
   fftw_complex* const out = fftw_alloc_complex(count / 2 + 1);
-  const fftw_plan plan = fftw_plan_dft_r2c_1d(static_cast<int>(count), in, out, FFTW_MEASURE);
-  std::ranges::copy(Noise(State.range(0)), in);
-  for (auto _ : State) {
-    fftw_execute(plan);
-    benchmark::ClobberMemory();
-  }
-  fftw_destroy_plan(plan);
-  fftw_free(in);
-  fftw_free(out);
-  CountSamples(State);
+  RunFftw(State, fftw_plan_dft_r2c_1d(static_cast<int>(count), in, out, FFTW_MEASURE), in, out,
+          [in](const std::vector<double>& Samples) { std::ranges::copy(Samples, in); });
 }
 
+// This one does the work that the library does, which has no use for the symmetry of a real signal either.
 void FftwComplex(benchmark::State& State) {
   const auto count = static_cast<std::size_t>(State.range(0));
   fftw_complex* const in = fftw_alloc_complex(count);
   fftw_complex* const out = fftw_alloc_complex(count);
-  const fftw_plan plan = fftw_plan_dft_1d(static_cast<int>(count), in, out, FFTW_FORWARD, FFTW_MEASURE);
-  const std::vector<double> samples = Noise(State.range(0));
-  for (std::size_t i = 0; i < count; ++i) {
-    in[i][0] = samples[i];
-    in[i][1] = 0.0;
-  }
-  for (auto _ : State) {
-    fftw_execute(plan);
-    benchmark::ClobberMemory();
-  }
-  fftw_destroy_plan(plan);
-  fftw_free(in);
-  fftw_free(out);
-  CountSamples(State);
+  RunFftw(State, fftw_plan_dft_1d(static_cast<int>(count), in, out, FFTW_FORWARD, FFTW_MEASURE), in, out,
+          [in](const std::vector<double>& Samples) {
+            for (std::size_t i = 0; i < Samples.size(); ++i) {
+              in[i][0] = Samples[i];
+              in[i][1] = 0.0;
+            }
+          });
 }
 
 BENCHMARK(FftwComplex)->Name("CalFFT/FFTW complex")->RangeMultiplier(4)->Range(1 << 10, 1 << 20);

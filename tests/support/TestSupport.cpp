@@ -60,6 +60,12 @@ void WriteFile(const std::string& FileName, std::string_view Text) {
   file << Text;
 }
 
+void WriteProfile(const std::string& FileName, const TPoint6DList& Poses) {
+  std::string text;
+  for (const TPoint6D& pose : Poses) text += Format1033("%.12f,%.12f\n", pose.X, pose.Y);
+  WriteFile(FileName, text);
+}
+
 std::string SampleFile(std::string_view Name) { return (std::filesystem::path(ZORBASE_SAMPLE_DATA) / Name).string(); }
 
 std::locale DecimalCommaLocale() { return {std::locale::classic(), new TDecimalComma}; }

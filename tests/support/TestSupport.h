@@ -5,6 +5,7 @@
 //   RowsOf                   the numbers of a text of rows
 //   TScratchFolder           a folder that is gone at the end of the test
 //   FileText, WriteFile      whole files as bytes
+//   WriteProfile             a path as a file of points of the plane
 //   SampleFile               measured data
 //   TLocaleGuard             another global locale for a scope
 //   DecimalCommaLocale       a locale that writes 1.234.567,5 and needs nothing installed
@@ -103,6 +104,8 @@ class TScratchFolder {
 
 std::string FileText(const std::string& FileName);
 void WriteFile(const std::string& FileName, std::string_view Text);
+/// Writes X and Y of poses to 12 decimals: the path as a profile of the plane.
+void WriteProfile(const std::string& FileName, const TPoint6DList& Poses);
 
 /// \return the path of one of the repository's own measured files.
 std::string SampleFile(std::string_view Name);

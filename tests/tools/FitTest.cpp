@@ -87,16 +87,13 @@ TEST(ZorFit, TheLengthIsTheIntegralOfTheSpeed) {
   EXPECT_NEAR(fit["integratedLength"].get<double>(), length, 1e-9 * length);
 }
 
-// The approach to the plane is a long chord at an angle to the next one: the path swings out there, and says so.
 // ------------------------------------------------------------------------------------------------ in the plane
 
 TEST(ZorFit, APlaneProfileIsThePathThroughItsPosesAtHeightZero) {
   const TScratchFolder folder;
   TPoint6DList poses;
   poses.LoadFromFile(SampleFile("e387.100mm.poses.txt"));
-  std::string text;
-  for (const TPoint6D& pose : poses) text += Format1033("%.12f,%.12f\n", pose.X, pose.Y);
-  WriteFile(folder.File("xy.txt"), text);
+  WriteProfile(folder.File("xy.txt"), poses);
   const json plane = FitOf(folder.File("xy.txt"), {"--2d"});
   const json space = FitOf(SampleFile("e387.100mm.poses.txt"));
   EXPECT_EQ(plane["points"], 61);
@@ -158,6 +155,7 @@ TEST(ZorFit, InThePlaneMessagesSpeakOfPoints) {
 
 // ------------------------------------------------------------------------------------------------ places and refusals
 
+// The approach to the plane is a long chord at an angle to the next one: the path swings out there, and says so.
 TEST(ZorFit, NamesThePlaceOfTheLargestOvershoot) {
   const json fit = FitOf(SampleFile("swept-plane.poses.txt"))["methods"]["chord"];
   EXPECT_EQ(fit["distanceFromPolygonLines"], json({1, 2}));

@@ -265,9 +265,7 @@ TEST(ZorResample, APlaneProfileIsWalkedLikeItsPosesAtHeightZero) {
   const TScratchFolder folder;
   TPoint6DList poses;
   poses.LoadFromFile(SampleFile("e387.100mm.poses.txt"));
-  std::string text;
-  for (const TPoint6D& pose : poses) text += Format1033("%.12f,%.12f\n", pose.X, pose.Y);
-  WriteFile(folder.File("xy.txt"), text);
+  WriteProfile(folder.File("xy.txt"), poses);
   const TPoint6DList expected = Resampled(SampleFile("e387.100mm.poses.txt"), {"--step", "0.7"});
   const TRun run = Zor({"resample", folder.File("xy.txt"), "--2d", "--step", "0.7", "--decimals", "12"});
   ASSERT_THAT(run, IsDone());

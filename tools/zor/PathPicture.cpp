@@ -258,24 +258,27 @@ set tics nomirror textcolor rgb '#404040' font ',11'
 set grid lc rgb '#e4e4e4' lw 1 lt 1
 )";
 
+// A picture without paths. In space the tool has a direction, too.
+TPathPicture TitledPicture(bool IsPlane, std::string_view CurvatureTitle, std::string_view LengthTitle) {
+  TPathPicture picture;
+  picture.IsPlane = IsPlane;
+  picture.HasDirections = !IsPlane;
+  picture.CurvatureTitle = CurvatureTitle;
+  picture.LengthTitle = LengthTitle;
+  return picture;
+}
+
 }  // namespace
 
 template <>
 TPathPicture PictureOf<TPoint2D>() {
-  TPathPicture picture;
-  picture.IsPlane = true;
-  picture.CurvatureTitle = "Curvature: 1 / radius";
-  picture.LengthTitle = "length from the start";
-  return picture;
+  return TitledPicture(true, "Curvature: 1 / radius", "length from the start");
 }
 
 template <>
 TPathPicture PictureOf<TPoint6D>() {
-  TPathPicture picture;
-  picture.HasDirections = true;
-  picture.CurvatureTitle = "Curvature of the path of X, Y, Z: 1 / radius";
-  picture.LengthTitle = "length from the start, over all six components";
-  return picture;
+  return TitledPicture(false, "Curvature of the path of X, Y, Z: 1 / radius",
+                       "length from the start, over all six components");
 }
 
 void SavePathPicture(const TPathPicture& Picture, const std::string& FileName) {
