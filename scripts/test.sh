@@ -9,6 +9,12 @@ scripts/install-packages.sh build plot test docs
 export CXX=g++
 printf '\n=== form of the sources\n'
 scripts/lint.sh --form
+if command -v clang-tidy >/dev/null; then
+  printf '\n=== mistakes in the library\n'
+  scripts/lint.sh --library
+else
+  echo "clang-tidy is not installed; scripts/lint.sh installs it and looks for mistakes with it."
+fi
 
 # The leak check stops its own program through ptrace, which a sandbox may forbid; the other checks need no permission.
 leak_check_works() {

@@ -95,7 +95,7 @@ ZORBASE_TARGET_CLONES double BiharmonicHeightClones(const TPlaces& Places, std::
     double terms[kBlock];
     for (std::size_t l = 0; l < kBlock; ++l)
       terms[l] = Term(weights[i + l], Distance(X - x[i + l], Y - y[i + l]), SamePlace);
-    for (std::size_t l = 0; l < kBlock; ++l) sum += terms[l];
+    for (const double term : terms) sum += term;
   }
   for (std::size_t i = whole; i < Weights.size(); ++i) sum += Term(weights[i], Distance(X - x[i], Y - y[i]), SamePlace);
   return sum;

@@ -50,7 +50,7 @@ ZORBASE_INLINE void SumRow(double* __restrict Row, int Outputs, TTerm Term, cons
     default: Pass<kTermsOfAPass, Stride, true>(Row, Outputs, Term, Values); break;
   }
   for (; t < Count; t += kTermsOfAPass) {
-    Pass<kTermsOfAPass, Stride, false>(Row, Outputs, Term.From(t * Stride), Values + t * Stride);
+    Pass<kTermsOfAPass, Stride, false>(Row, Outputs, Term.From(t * Stride), Values + std::ptrdiff_t{t} * Stride);
   }
 }
 

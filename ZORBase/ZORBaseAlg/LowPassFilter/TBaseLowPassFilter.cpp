@@ -124,7 +124,7 @@ void TBaseLowPassFilter::RequireResults(std::span<const double> Values, std::spa
     RaiseFilterError("Filt", std::to_string(Values.size()) + " samples, but places for " +
                                  std::to_string(Results.size()) + " results");
   }
-  const std::less<const double*> isBefore;
+  const std::less<> isBefore;
   const double* const first = Values.data();
   const double* const place = Results.data();
   if (first != place && isBefore(place, first + Values.size()) && isBefore(first, place + Values.size())) {

@@ -20,7 +20,8 @@ std::vector<double> Padded(std::span<const double> Samples) {
 // The frequencies are formed as multiples of 1 / ADt before they are divided by the length. An infinite 1 / ADt fails
 // for every length: 0 times infinity is no number either.
 void CheckTimeStep(double ADt, std::size_t N) {
-  if (!std::isfinite(ADt) || !std::isfinite(1.0 / ADt * static_cast<double>(N / 2))) {
+  const std::size_t bins = N / 2;
+  if (!std::isfinite(ADt) || !std::isfinite(1.0 / ADt * static_cast<double>(bins))) {
     RaiseGeneralError("TFFT: the time step must be finite, not 0, and not so small that the frequencies overflow");
   }
 }

@@ -35,6 +35,7 @@ TEquationFunc JacobianOf(const TEquationFunc& F, int EquationNum) {
 
 }  // namespace
 
+// The function is kept twice. NOLINTNEXTLINE(performance-unnecessary-value-param)
 TNewtonIteratorPro::TNewtonIteratorPro(int ParamNum, int EquationNum, TEquationFunc ErrFunc)
     : TNewtonIterator(ParamNum, EquationNum, ErrFunc, JacobianOf(ErrFunc, EquationNum), false) {}
 

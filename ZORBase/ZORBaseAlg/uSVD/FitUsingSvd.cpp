@@ -39,11 +39,12 @@ void CheckCount(const TDoubleList& Points) {
 
 template <std::size_t N>
 std::array<double, N> Centroid(const TDoubleList& Points) {
+  const std::size_t count = Points.size() / N;
   std::array<double, N> sum{};
   for (std::size_t i = 0; i < Points.size(); i += N) {
     for (std::size_t j = 0; j < N; ++j) sum[j] += Points.data()[i + j];
   }
-  for (double& value : sum) value /= static_cast<double>(Points.size() / N);
+  for (double& value : sum) value /= static_cast<double>(count);
   return sum;
 }
 

@@ -11,9 +11,10 @@ namespace ZORBase {
 /// reflections stand in place of A: those of columns on and below the diagonal, those of rows above it.
 class TSvdByColumns {
  public:
-  /// \param A     the matrix, in blocks that follow each other without gaps, so that columns are contiguous
-  /// \param Work  memory for WorkSize(Columns) numbers
-  TSvdByColumns(const TColumns& A, TBidiagonal& Matrix, double* Work);
+  /// \param Matrix      in blocks that follow each other without gaps, so that columns are contiguous
+  /// \param Bidiagonal  receives the two diagonals
+  /// \param Work        memory for WorkSize(Columns) numbers
+  TSvdByColumns(const TColumns& Matrix, TBidiagonal& Bidiagonal, double* Work);
 
   static std::size_t WorkSize(std::size_t Columns) { return 3 * (Columns + 3); }
   /// \return a distance of columns that leaves room for the rows that are worked on beyond the last one.

@@ -17,7 +17,7 @@ inline constexpr std::int64_t kMaxTableRows = 64'000'000;
 /// \return the table of the curve with these control points: a first row at u = 0, and for each knot interval
 ///         Round(chord / kTableSpacing) rows, at least one.
 /// \throws the general error when a knot is not finite or falls, when a chord is not finite, and when there would be more than kMaxTableRows rows, before any is made.
-template <class TPoint>
+template <class TPoint>  // A friend of the table, too. NOLINTNEXTLINE(readability-redundant-declaration)
 TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P);
 
 }  // namespace ZORBase
