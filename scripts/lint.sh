@@ -30,12 +30,13 @@ tidy_group() {
 export -f tidy_group
 
 # Looks for mistakes in a folder, in so many groups of sources. Most of the time goes into the headers from elsewhere, which are
-# read once for each group. Sources that are neighbours are dealt to different groups, as they are the ones that share names. By
-# the name UnifiedSource clang knows that it is to follow the paths through what such a file includes, too.
+# read once for each group. Neighbours are dealt to different groups, as they are the ones that use the same names: those in one
+# folder (cat), or those whose file names end alike (rev). By the name UnifiedSource clang knows that it is to follow the paths
+# through what such a file includes, too.
 tidy() {
-  local folder=$1 groups=$2 work=build/lint/$1 sources i
-  shift 2
-  mapfile -t sources < <(find "$folder" -name '*.cpp' | LC_ALL=C sort)
+  local folder=$1 groups=$2 order=$3 work=build/lint/$1 sources i
+  shift 3
+  mapfile -t sources < <(find "$folder" -name '*.cpp' | "$order" | LC_ALL=C sort | "$order")
   mkdir -p "$work"
   rm -f "$work"/UnifiedSource*.cpp
   for i in "${!sources[@]}"; do
@@ -56,6 +57,6 @@ fi
 # The build tree is there for the header with the version.
 cmake --preset clang -B build/lint -DZORBASE_TESTS=OFF -DZORBASE_EXAMPLES=OFF -DZORBASE_TOOLS=OFF >/dev/null
 flags=(-std=c++20 -I. -Ibuild/lint/include -DZORBASE_BUILDING)
-tidy ZORBase 8 "${flags[@]}"
-[[ $what == --library ]] || tidy tools 4 "${flags[@]}" -Itools
+tidy ZORBase 8 cat "${flags[@]}"
+[[ $what == --library ]] || tidy tools 13 rev "${flags[@]}" -Itools
 echo "No complaints"

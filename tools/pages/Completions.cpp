@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace ZORBase::Tool {
@@ -36,15 +37,13 @@ std::vector<std::string> NamesOf(const std::vector<TSwitch>& Switches) {
 
 std::vector<std::string> NamesOf(const std::vector<TCommand>& Commands) {
   std::vector<std::string> names;
+  names.reserve(Commands.size());
   for (const TCommand& command : Commands) names.push_back(command.Name);
   return names;
 }
 
 bool TakesFileArgument(const TCommand& Command) {
-  for (const TSwitch& argument : Command.Arguments) {
-    if (argument.TakesFile()) return true;
-  }
-  return false;
+  return std::ranges::any_of(Command.Arguments, [](const TSwitch& Argument) { return Argument.TakesFile(); });
 }
 
 // ---------------------------------------------------------------------------------------------- bash

@@ -18,9 +18,9 @@ std::uint32_t NextCharacter(std::string_view Text, std::size_t& At) {
   const auto lead = static_cast<unsigned char>(Text[At++]);
   if (lead < 0x80) return lead;
   const int further = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-  std::uint32_t character = lead & (0x3Fu >> further);
+  std::uint32_t character = lead & (0x3FU >> further);
   for (int i = 0; i < further && At < Text.size(); ++i) {
-    character = character << 6 | (static_cast<unsigned char>(Text[At++]) & 0x3Fu);
+    character = character << 6 | (static_cast<unsigned char>(Text[At++]) & 0x3FU);
   }
   return character;
 }
