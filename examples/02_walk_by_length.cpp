@@ -24,9 +24,8 @@ void PrintSpacing(const std::string& Name, const TPoint6DList& Poses) {
 
 TPoint6DList WalkAlong(const TNurbs6D& Curve, double Step) {
   TPoint6DList walked;
-  TSUTable::TCursor cursor;  // each look-up begins where the last one ended
   for (int i = 0; i * Step < Curve.CurveLength(); ++i) {
-    walked.Add(Curve.EvalPoint(Curve.ParamOfLength(i * Step, cursor)));
+    walked.Add(Curve.EvalPoint(Curve.ParamOfLength(i * Step)));
   }
   return walked;
 }
