@@ -21,7 +21,7 @@ namespace ZORBase {
 class TBucketIndex {
  public:
   /// Indexes Key(0) <= ... <= Key(Count - 1). Fewer than 3 keys, keys that fall or are not finite, and keys that are all the same
-  /// leave the index empty. Allocates 4 bytes a bucket. Cost O(Count).
+  /// leave the index empty. Takes 4 bytes a bucket, those of the index before where they suffice. Cost O(Count).
   template <class TKey>
   void Build(std::size_t Count, TKey Key, double BucketsPerKey = 2.0) {
     Clear();
@@ -31,12 +31,20 @@ class TBucketIndex {
     if (!std::isfinite(width) || !(buckets / width < kSteepest)) return;
     FLast = Count - 1;
     FScale = buckets / width;
-    FFrom = Key(0);
+    FTo = FFrom = Key(0);
     Fill(static_cast<std::size_t>(buckets) + 1, Key);
     FTo = Key(FLast);
   }
 
-  void Clear() { *this = TBucketIndex(); }
+  void Clear() {
+    FLast = 0;
+    FTo = FFrom;
+  }
+
+  /// Makes room for the buckets of Count keys, so that Build does not allocate.
+  void Reserve(std::size_t Count, double BucketsPerKey) {
+    FFirst.reserve(static_cast<std::size_t>(BucketsPerKey * static_cast<double>(Count)) + 3);
+  }
 
   TBucketIndex() = default;
   TBucketIndex(const TBucketIndex&) = default;
@@ -73,7 +81,33 @@ class TBucketIndex {
     return place;
   }
 
+  /// The same by a guess, for buckets of many keys that stand at almost equal distances: between the first ones of two buckets
+  /// the place is interpolated.
+  template <class TKey>
+  ZORBASE_INLINE std::size_t FindByGuess(TKey Key, double X) const {
+    if (FLast < kGuessed) [[unlikely]]
+      return FindFrom(0, Key, X);
+    const double place = (X - FFrom) * FScale;
+    const auto bucket = static_cast<std::size_t>(static_cast<std::int64_t>(place));
+    const double keys = static_cast<double>(FFirst[bucket + 1] - FFirst[bucket]);
+    const auto step = static_cast<std::size_t>(
+        static_cast<std::int64_t>((place - static_cast<double>(static_cast<std::int64_t>(bucket))) * keys));
+    // All comparisons at once, from one place before the guess to two behind it.
+    const std::size_t guess = FFirst[bucket] + step;
+    const std::size_t first = std::min(guess - static_cast<std::size_t>(guess > 0), FLast - kGuessed);
+    const std::size_t found = first + static_cast<std::size_t>(Key(first + 1) <= X) +  //
+                              static_cast<std::size_t>(Key(first + 2) <= X) +          //
+                              static_cast<std::size_t>(Key(first + 3) <= X);
+    if (!(Key(first) <= X)) [[unlikely]]
+      return FindFrom(FFirst[bucket], Key, X);
+    if (Key(found + 1) <= X) [[unlikely]]
+      return FindFrom(found + 1, Key, X);
+    return found;
+  }
+
  private:
+  static constexpr std::size_t kGuessed = 4;  // a guess looks at as many keys behind the first one
+
   // Keys over so small a range are not worth their overflows.
   static constexpr double kSteepest = 1e300;
 
@@ -94,7 +128,7 @@ class TBucketIndex {
   // a bucket the last one stays.
   template <class TKey>
   void Fill(std::size_t Buckets, TKey& Key) {
-    FFirst.resize(Buckets + 2);
+    FFirst.assign(Buckets + 2, 0);
     for (std::size_t i = 0; i + 2 <= FLast; ++i) FFirst[Bucket(Key(i)) + 1] = static_cast<std::uint32_t>(i);
     for (std::size_t b = 1; b < FFirst.size(); ++b) FFirst[b] = std::max(FFirst[b], FFirst[b - 1]);
   }

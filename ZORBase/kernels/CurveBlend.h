@@ -1,7 +1,7 @@
 // CurveBlend: the arithmetic of control points. Internal.
 //   BlendPlane, BlendExtended   the weighted sum of four neighbours, in the plane in double and over six components in
 //                               extended precision
-//   StoreSquaredDistance        over six components
+//   StoreSquaredLength, StoreSquaredDistance   over six components
 //   StoreEliminated             P - A Q, or a multiple of it, over six components
 #pragma once
 
@@ -55,16 +55,20 @@ ZORBASE_INLINE void BlendExtended(const double* P, const double* N, double* Sum)
   BlendExtended<1>([P](std::size_t) { return P; }, N, 1, [Sum](std::size_t) { return Sum; });
 }
 
-/// The differences are formed in extended precision and stored as doubles; their squares are summed in extended precision, in
-/// order, and stored as a double.
-ZORBASE_INLINE void StoreSquaredDistance(const double* P, const double* Q, double& To) {
-  double d[6];
-  ZORBASE_UNROLL
-  for (int c = 0; c < 6; ++c) StoreDifference(d[c], P[c], Q[c]);
+/// The squares of d[0..5] are summed in extended precision, in order, and stored as a double.
+ZORBASE_INLINE void StoreSquaredLength(const double* d, double& To) {
   Extended sum = static_cast<Extended>(d[0]) * d[0];
   ZORBASE_UNROLL
   for (int c = 1; c < 6; ++c) sum += static_cast<Extended>(d[c]) * d[c];
   To = static_cast<double>(sum);
+}
+
+/// That of the differences of P and Q, which are formed in extended precision and stored as doubles.
+ZORBASE_INLINE void StoreSquaredDistance(const double* P, const double* Q, double& To) {
+  double d[6];
+  ZORBASE_UNROLL
+  for (int c = 0; c < 6; ++c) StoreDifference(d[c], P[c], Q[c]);
+  StoreSquaredLength(d, To);
 }
 
 /// To = (P - A * Q) * Factor, every step formed in extended precision and stored as a double.

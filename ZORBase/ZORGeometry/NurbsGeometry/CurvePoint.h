@@ -10,6 +10,7 @@
 #include <ZORBase/common/Cadtypes/TPoint2D.h>
 #include <ZORBase/kernels/CubicBasis.h>
 #include <ZORBase/kernels/CurveBlend.h>
+#include <ZORBase/kernels/CurveLanes.h>
 
 #include <array>
 #include <cmath>
@@ -82,9 +83,31 @@ TPoint PointInAnySpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, i
   return BlendPoints<TPoint>(P, Span, N);
 }
 
-/// The same where Basis.IsInside(u).
+/// Whether the vector lanes of CurveLanes.h can have these control points; those of the plane are not for them.
+inline bool AreForLanes(std::span<const TPoint2D> /*P*/) { return false; }
+inline bool AreForLanes(std::span<const TPoint6D> P) { return AreModerate(&P.data()->X, 6 * P.size()); }
+
+inline bool PointByLanes(const double* /*U*/, double /*u*/, const TPoint2D* /*P*/, TPoint2D& /*Point*/) {
+  return false;
+}
+inline bool PointByLanes(const double* U, double u, const TPoint6D* P, TPoint6D& Point) {
+  return PoseByLanes(U, u, &P->X, &Point.X);
+}
+
+inline bool DerivsByLanes(const double* /*U*/, double /*u*/, const TPoint2D* /*P*/, TPoint2D* /*CK*/) { return false; }
+inline bool DerivsByLanes(const double* U, double u, const TPoint6D* P, TPoint6D* CK) {
+  return DerivativesByLanes(U, u, &P->X, &CK->X);
+}
+
+/// PointInAnySpan where Basis.IsInside(u). ForLanes: AreForLanes(P).
 template <class TPoint>
-ZORBASE_INLINE TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u) {
+ZORBASE_INLINE TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u,
+                                  bool ForLanes = false) {
+  if (ForLanes) [[likely]] {
+    TPoint point;
+    if (PointByLanes(Basis.uArr().data() + Span, u, P.data() + (Span - TNurbsBasicFunc::kDegree), point)) [[likely]]
+      return point;
+  }
   const TKnotDistances distances = TKnotDistances::Create(Basis.uArr().data() + Span, u);
   if (!distances.IsWide()) [[unlikely]]
     return PointInAnySpan(Basis, P, Span, u);
@@ -104,13 +127,14 @@ inline int SpanNear(const TNurbsBasicFunc& Basis, int Guess, double u) {
 }
 
 /// \return the point at u: the last control point for u >= 1, the first one for u <= 0 or NaN. Guess, the knot interval where
-///         u is likely to lie, becomes the one where it lies.
+///         u is likely to lie, becomes the one where it lies. ForLanes: AreForLanes(P).
 template <class TPoint>
-TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int& Guess, double u) {
+TPoint CurvePoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int& Guess, double u,
+                  bool ForLanes = false) {
   if (u >= 1.0) return P.back();
   if (!(u > 0.0)) return P.front();
   Guess = SpanNear(Basis, Guess, u);
-  return Basis.IsInside(u) ? PointInside(Basis, P, Guess, u) : PointInAnySpan(Basis, P, Guess, u);
+  return Basis.IsInside(u) ? PointInside(Basis, P, Guess, u, ForLanes) : PointInAnySpan(Basis, P, Guess, u);
 }
 
 template <class TPoint>

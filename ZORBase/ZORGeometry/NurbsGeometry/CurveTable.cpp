@@ -4,11 +4,13 @@
 #include <ZORBase/common/BaseServices/NumberText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/kernels/CubicBasis.h>
+#include <ZORBase/kernels/CurveLanes.h>
 #include <ZORBase/kernels/CurveSamples.h>
 
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZORBase {
@@ -32,14 +34,15 @@ void RequireRisingKnots(std::span<const double> U, const std::string& Operation)
 }
 
 template <class TPoint>
-TTablePlan PlanTable(const TNurbsBasicFunc& Basis, std::span<const TPoint> P) {
+TTablePlan PlanTable(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, bool ForLanes) {
   const std::span<const double> U = Basis.uArr();
   TTablePlan plan;
   plan.Steps.reserve(U.size());
   TPoint prev = CurvePoint(Basis, P, 0.0);
   for (std::size_t k = 0; k + 1 < U.size(); ++k) {
     int span = static_cast<int>(k);
-    const TPoint atEnd = CurvePoint(Basis, P, U[k + 1]);
+    int next = span + 1;
+    const TPoint atEnd = CurvePoint(Basis, P, next, U[k + 1], ForLanes);
     const double chord = Distance(atEnd, prev);
     const double steps = std::max(1.0, std::nearbyint(chord / kTableSpacing));
     plan.Steps.push_back(steps);
@@ -47,7 +50,7 @@ TTablePlan PlanTable(const TNurbsBasicFunc& Basis, std::span<const TPoint> P) {
     plan.Length += chord;
     // The last sample of the interval may miss its end by a rounding.
     const double last = Sample(U[k], U[k + 1], steps, steps);
-    prev = last == U[k + 1] ? atEnd : CurvePoint(Basis, P, span, last);
+    prev = last == U[k + 1] ? atEnd : CurvePoint(Basis, P, span, last, ForLanes);
   }
   return plan;
 }
@@ -61,19 +64,36 @@ void RequireRoom(const TTablePlan& Plan, const std::string& Operation) {
       Operation, Plan.Length, Plan.Rows, kTableSpacing, kMaxTableRows));
 }
 
-void SampleBlock(const TPoint2D* P, TSampleBlock<2>& Block) { SamplePlane(&P->X, Block); }
-void SampleBlock(const TPoint6D* P, TSampleBlock<6>& Block) { SampleExtended(&P->X, Block); }
+void SampleBlock(const TPoint2D* P, TSampleBlock<2>& Block, bool /*ForLanes*/) { SamplePlane(&P->X, Block); }
+void SampleBlock(const TPoint6D* P, TSampleBlock<6>& Block, bool ForLanes) {
+  if (!ForLanes || !SampleByLanes(&P->X, Block)) SampleExtended(&P->X, Block);
+}
+
+}  // namespace
 
 // Makes the rows of a table, one knot interval after the other.
 template <class TPoint>
-class TSampler {
+class TTableSampler {
  public:
-  TSampler(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, TSUTable& Table)
-      : FBasis(Basis), FControlPoints(P), FTable(Table) {
-    const TPoint start = CurvePoint(FBasis, FControlPoints, 0.0);
-    AddRow(0.0, &start.X, 0.0);
+  TTableSampler(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, bool ForLanes, TSUTable& Table)
+      : FBasis(Basis), FControlPoints(P), FForLanes(ForLanes), FTable(Table) {}
+
+  /// Nothing takes memory, nor is anything raised, while a table is made for which this holds.
+  bool IsSure(const TTablePlan& Plan) const {
+    const bool isEveryParameterInside = FBasis.IsInside(0.0) && FBasis.uArr().back() >= 1.0;
+    return isEveryParameterInside && FTable.HasRoomFor(static_cast<std::size_t>(Plan.Rows));
   }
 
+  void Make(const TTablePlan& Plan) {
+    FTable.Clear();
+    FTable.ReserveRows(static_cast<std::size_t>(Plan.Rows));
+    const TPoint start = CurvePoint(FBasis, FControlPoints, 0.0);
+    AddRow(0.0, &start.X, 0.0);
+    for (std::size_t k = 0; k < Plan.Steps.size(); ++k) AddInterval(k, Plan.Steps[k]);
+    FTable.IndexRows();
+  }
+
+ private:
   /// Samples 1 to Steps of the interval from U[k] to U[k+1].
   void AddInterval(std::size_t k, double Steps) {
     const double from = FBasis.uArr()[k];
@@ -93,12 +113,11 @@ class TSampler {
     int span = static_cast<int>(k);
     for (; step <= Steps; ++step) {
       const double u = Sample(from, to, step, Steps);
-      const TPoint point = CurvePoint(FBasis, FControlPoints, span, u);
+      const TPoint point = CurvePoint(FBasis, FControlPoints, span, u, FForLanes);
       AddRow(u, &point.X, Distance(point, FRow.*TCurveKind<TPoint>::kRowPoint));
     }
   }
 
- private:
   // Whether what lies between the two knots is inside [0, 1] and inside the knots, in an interval that is wide. The bound leaves
   // room for the roundings of the sum that stands for the width.
   bool IsEasy(double From, double To) const {
@@ -110,7 +129,7 @@ class TSampler {
     const TPoint& prev = FRow.*TCurveKind<TPoint>::kRowPoint;
     std::copy_n(&prev.X, kComponents, FBlock.Points[0]);
     SampleBasis(FBasis.uArr().data() + k, FBlock.u, FBlock.Count, FBlock.N);
-    SampleBlock(FControlPoints.data() + (k - TNurbsBasicFunc::kDegree), FBlock);
+    SampleBlock(FControlPoints.data() + (k - TNurbsBasicFunc::kDegree), FBlock, FForLanes);
     for (std::size_t i = 0; i < FBlock.Count; ++i) AddRow(FBlock.u[i], FBlock.Points[i + 1], FBlock.Distances[i]);
   }
 
@@ -118,35 +137,37 @@ class TSampler {
     FRow.S += Distance;
     FRow.u = u;
     std::copy_n(Point, kComponents, &(FRow.*TCurveKind<TPoint>::kRowPoint).X);
-    FTable.Add(FRow);
+    FTable.AddRow(FRow);
   }
 
   static constexpr std::size_t kComponents = sizeof(TPoint) / sizeof(double);
 
   const TNurbsBasicFunc& FBasis;
   std::span<const TPoint> FControlPoints;
+  bool FForLanes;
   TSUTable& FTable;
   TSULine FRow;
   TSampleBlock<kComponents> FBlock;
 };
 
-}  // namespace
-
 template <class TPoint>
-TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P) {
+void MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, TSUTable& Table) {
   const std::string operation = CurveOperation<TPoint>("InitLengthByUArray");
   RequireRisingKnots(Basis.uArr(), operation);
-  const TTablePlan plan = PlanTable(Basis, P);
+  const bool areForLanes = AreForLanes(P);
+  const TTablePlan plan = PlanTable(Basis, P, areForLanes);
   RequireRoom(plan, operation);
-  TSUTable table;
-  table.Reserve(static_cast<std::size_t>(plan.Rows));
-  TSampler<TPoint> sampler(Basis, P, table);
-  for (std::size_t k = 0; k < plan.Steps.size(); ++k) sampler.AddInterval(k, plan.Steps[k]);
-  table.IndexRows();
-  return table;
+  TTableSampler<TPoint> sampler(Basis, P, areForLanes, Table);
+  if (sampler.IsSure(plan)) {
+    sampler.Make(plan);
+  } else {
+    TSUTable table;
+    TTableSampler<TPoint>(Basis, P, areForLanes, table).Make(plan);
+    Table = std::move(table);
+  }
 }
 
-template TSUTable MeasureCurve(const TNurbsBasicFunc&, std::span<const TPoint2D>);
-template TSUTable MeasureCurve(const TNurbsBasicFunc&, std::span<const TPoint6D>);
+template void MeasureCurve(const TNurbsBasicFunc&, std::span<const TPoint2D>, TSUTable&);
+template void MeasureCurve(const TNurbsBasicFunc&, std::span<const TPoint6D>, TSUTable&);
 
 }  // namespace ZORBase

@@ -14,10 +14,10 @@ inline constexpr double kTableSpacing = 0.03;
 /// A table may have this many rows (80 bytes each and 24 for the index, 7 GB in all).
 inline constexpr std::int64_t kMaxTableRows = 64'000'000;
 
-/// \return the table of the curve with these control points: a first row at u = 0, and for each knot interval
-///         Round(chord / kTableSpacing) rows, at least one.
-/// \throws the general error when a knot is not finite or falls, when a chord is not finite, and when there would be more than kMaxTableRows rows, before any is made.
-template <class TPoint>  // A friend of the table, too. NOLINTNEXTLINE(readability-redundant-declaration)
-TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P);
+/// Makes the table of the curve with these control points: a first row at u = 0, and for each knot interval
+/// Round(chord / kTableSpacing) rows, at least one. The memory of the table before serves again where it suffices.
+/// \throws the general error, with the table as it was, when a knot is not finite or falls, when a chord is not finite, and when there would be more than kMaxTableRows rows.
+template <class TPoint>
+void MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, TSUTable& Table);
 
 }  // namespace ZORBase

@@ -3,6 +3,7 @@
 #include <ZORBase/ZORGeometry/NurbsGeometry/CurvePoint.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/kernels/CubicBasis.h>
+#include <ZORBase/kernels/CurveLanes.h>
 #include <ZORBase/kernels/CurveSamples.h>
 
 #include <algorithm>
@@ -24,7 +25,7 @@ void TNurbsCurve<TPoint>::RequireControlPoints() const {
 namespace {
 
 void BlendAll(const TPoint2D* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
-              TPoint2D* const* Sums) {
+              TPoint2D* const* Sums, bool /*AreForLanes*/) {
   for (std::size_t i = 0; i < Count; ++i) {
     const double weights[4] = {N[0][i], N[1][i], N[2][i], N[3][i]};
     BlendFour(P[i], weights, *Sums[i]);
@@ -32,20 +33,22 @@ void BlendAll(const TPoint2D* const* P, const double (*N)[TSampleBlock<6>::kSize
 }
 
 void BlendAll(const TPoint6D* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
-              TPoint6D* const* Sums) {
+              TPoint6D* const* Sums, bool AreForLanes) {
   const double* from[TSampleBlock<6>::kSize];
   double* to[TSampleBlock<6>::kSize];
   for (std::size_t i = 0; i < Count; ++i) {
     from[i] = &P[i]->X;
     to[i] = &Sums[i]->X;
   }
-  BlendExtendedAll(from, N, Count, to);
+  if (!AreForLanes || !BlendAllByLanes(from, N, Count, to)) BlendExtendedAll(from, N, Count, to);
 }
 
 // Points that wait to be blended side by side.
 template <class TPoint>
 class TBlendQueue {
  public:
+  explicit TBlendQueue(bool AreForLanes) : FAreForLanes(AreForLanes) {}
+
   /// Sum is to be the point with these distances from its knots and the control points from P on.
   void Add(const TKnotDistances& Distances, const TPoint* P, TPoint& Sum) {
     double weights[4];
@@ -57,12 +60,13 @@ class TBlendQueue {
   }
 
   void Flush() {
-    BlendAll(FFrom, FN, FCount, FTo);
+    BlendAll(FFrom, FN, FCount, FTo, FAreForLanes);
     FCount = 0;
   }
 
  private:
   static constexpr std::size_t kSize = TSampleBlock<6>::kSize;
+  bool FAreForLanes;
   std::size_t FCount = 0;
   double FN[4][kSize];
   const TPoint* FFrom[kSize];
@@ -75,7 +79,7 @@ template <class TPoint>
 TPoint TNurbsCurve<TPoint>::EvalPoint(double param) const {
   // Knots that hold a parameter have control points.
   if (param > 0.0 && param < 1.0 && FBasicFun.IsInside(param)) [[likely]] {
-    return PointInside(FBasicFun, pointArr(), FBasicFun.SpanInside(param), param);
+    return PointInside(FBasicFun, pointArr(), FBasicFun.SpanInside(param), param, FAreForLanes);
   }
   RequireControlPoints();
   return CurvePointAnywhere(FBasicFun, pointArr(), param);
@@ -88,7 +92,7 @@ void TNurbsCurve<TPoint>::EvalPoints(std::span<const double> Params, std::span<T
     RaiseGeneralError(CurveOperation<TPoint>("EvalPoints") + ": " + std::to_string(Params.size()) +
                       " parameters, but places for " + std::to_string(Points.size()) + " points");
   }
-  TBlendQueue<TPoint> queue;
+  TBlendQueue<TPoint> queue(FAreForLanes);
   for (std::size_t i = 0; i < Params.size(); ++i) {
     const double u = Params[i];
     if (u > 0.0 && u < 1.0 && FBasicFun.IsInside(u)) {
@@ -106,6 +110,11 @@ void TNurbsCurve<TPoint>::EvalPoints(std::span<const double> Params, std::span<T
 
 template <class TPoint>
 void TNurbsCurve<TPoint>::CurveDerivsAlg1(double u, std::span<TPoint> CK) const {
+  if (FAreForLanes && CK.size() >= 4 && u > 0.0 && u < 1.0 && FBasicFun.IsInside(u)) [[likely]] {
+    const int span = FBasicFun.SpanInside(u);
+    if (DerivsByLanes(FBasicFun.uArr().data() + span, u, FPoints.data() + (span - TNurbsBasicFunc::kDegree), CK.data()))
+      return;
+  }
   RequireControlPoints();
   if (CK.size() < 4) RaiseGeneralError(CurveOperation<TPoint>("CurveDerivsAlg1") + ": the result needs 4 places");
   CurveDerivs<TPoint>(FBasicFun, FPoints, u, CK.template first<4>());
@@ -150,7 +159,7 @@ bool TNurbsCurve<TPoint>::GetIsClosed() const {
 template <class TPoint>
 void TNurbsCurve<TPoint>::InitLengthByUArray() {
   RequireControlPoints();
-  FTable = MeasureCurve(FBasicFun, pointArr());
+  MeasureCurve(FBasicFun, pointArr(), FTable);
 }
 
 template <class TPoint>
@@ -203,6 +212,7 @@ void TNurbsCurve<TPoint>::RelativeToZero() {
   const TPoint origin = FPoints.front();
   for (TPoint& P : FPoints) P = P - origin;
   FPoints.front() = TPoint{};
+  FAreForLanes = AreForLanes(FPoints);
 }
 
 template <class TPoint>
@@ -211,10 +221,10 @@ void TNurbsCurve<TPoint>::Reverse() {
   // First what needs memory, so that a lack of it finds the curve unchanged.
   const TSUTable& table = FTable;
   TSUTable reversed;
-  reversed.Reserve(table.size());
+  reversed.ReserveRows(table.size());
   for (int k = table.Count() - 1; k >= 0; --k) {
     const TSULine& last = table.Last();
-    reversed.Add({last.S - table[k].S, last.u - table[k].u, table[k].pos, {}});
+    reversed.AddRow({last.S - table[k].S, last.u - table[k].u, table[k].pos, {}});
   }
   reversed.IndexRows();
   FTable = std::move(reversed);
@@ -241,6 +251,7 @@ bool TNurbsCurve<TPoint>::TakeControlPoints(std::span<const double> uVec, std::s
   TNurbsBasicFunc basis;
   basis.CreateCross(uVec, pointCount + 4);
   FPoints = std::vector<TPoint>(points.begin(), points.begin() + pointCount);
+  FAreForLanes = AreForLanes(FPoints);
   FBasicFun = std::move(basis);
   FPointsChanged = true;
   return true;
@@ -252,10 +263,10 @@ bool TNurbsCurve<TPoint>::FitThrough(std::span<const TPoint> Q, TParalizeMethod 
   TFittedCurve<TPoint> fitted = FitCurve(Q, Method);
   TNurbsBasicFunc basis;
   basis.CreateCross(fitted.U, static_cast<int>(fitted.U.size()));
-  TSUTable table = MeasureCurve<TPoint>(basis, fitted.P);
+  MeasureCurve<TPoint>(basis, fitted.P, FTable);
   FBasicFun = std::move(basis);
   FPoints = std::move(fitted.P);
-  FTable = std::move(table);
+  FAreForLanes = AreForLanes(FPoints);
   FPointsChanged = true;
   return true;
 }

@@ -157,6 +157,7 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
 
   TNurbsBasicFunc FBasicFun;
   std::vector<TPoint> FPoints;
+  bool FAreForLanes = false;  // vector lanes can have the control points
   bool FPointsChanged = true;
   TPoint FMaxPos{};
   TPoint FMinPos{};

@@ -7,6 +7,9 @@
 namespace ZORBase {
 namespace {
 
+// The rows are spread almost evenly, and the buckets of a long table are to stay in the cache.
+constexpr double kBucketsPerRow = 1.0 / 16.0;
+
 // The text names one direction and serves both.
 [[noreturn]] void RaiseZeroDividend() { RaiseGeneralError("CalcuHermiteS: The dividend is 0"); }
 
@@ -50,7 +53,7 @@ struct TDirection {
     const TSUTable::TKeys* const keys = Table.FKeys.data();
     const auto key = [keys](auto i) { return keys[i].*IndexedKey; };
     const auto value = [keys](auto i) { return keys[i].*IndexedValue; };
-    Row = static_cast<int>(Index(Table).Find(key, X));
+    Row = static_cast<int>(Index(Table).FindByGuess(key, X));
     TRowPlace place = {Row, true};
     if (!(X - key(Row) >= kClearMargin && key(Row + 1) - X >= kClearMargin)) {
       place = FindRowAt(Row, Table.Count(), key, X);
@@ -109,18 +112,24 @@ double TSUTable::GetUByS(double S, TCursor& Cursor) const { return TFromLength::
 void TSUTable::GetUByS(std::span<const double> S, std::span<double> u) const { TFromLength::LookUpAll(*this, S, u); }
 void TSUTable::GetSByU(std::span<const double> u, std::span<double> S) const { TFromParam::LookUpAll(*this, u, S); }
 
+void TSUTable::ReserveRows(std::size_t Rows) {
+  TList::Reserve(Rows);
+  FKeys.reserve(Rows);
+  FByS.Reserve(Rows, kBucketsPerRow);
+  FByU.Reserve(Rows, kBucketsPerRow);
+}
+
+bool TSUTable::HasRoomFor(std::size_t Rows) const {
+  constexpr std::size_t kWaste = 2;  // room for so many times the rows is given back
+  return Rows <= Capacity() && Rows <= FKeys.capacity() && Capacity() / kWaste <= Rows;
+}
+
 void TSUTable::IndexRows() {
-  DropIndex();
-  const TSULine* const rows = std::as_const(*this).data();
-  std::vector<TKeys> keys(size());
-  for (std::size_t i = 0; i < keys.size(); ++i) keys[i] = {rows[i].S, rows[i].u};
-  // The rows are spread almost evenly.
-  constexpr double kBucketsPerRow = 1.0;
+  const TKeys* const keys = FKeys.data();
   FByS.Build(
-      keys.size(), [&keys](std::size_t i) { return keys[i].S; }, kBucketsPerRow);
+      size(), [keys](std::size_t i) { return keys[i].S; }, kBucketsPerRow);
   FByU.Build(
-      keys.size(), [&keys](std::size_t i) { return keys[i].u; }, kBucketsPerRow);
-  FKeys = std::move(keys);
+      size(), [keys](std::size_t i) { return keys[i].u; }, kBucketsPerRow);
 }
 
 void TSUTable::DropIndex() {

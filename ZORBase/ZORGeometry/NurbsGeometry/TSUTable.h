@@ -94,7 +94,7 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   template <class TPoint>
   friend class TNurbsCurve;
   template <class TPoint>
-  friend TSUTable MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P);
+  friend class TTableSampler;
   template <double TSULine::*Key>
   friend struct TDirection;
 
@@ -104,6 +104,13 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
     double u;
   };
 
+  // A table is made of rows one by one, and is indexed when they are all there. Where it has room, nothing takes memory.
+  void ReserveRows(std::size_t Rows);
+  bool HasRoomFor(std::size_t Rows) const;
+  void AddRow(const TSULine& Row) {
+    TList<TSULine>::Add(Row);
+    FKeys.push_back({Row.S, Row.u});
+  }
   void IndexRows();
   TList<TSULine>& Changing() {
     if (!FKeys.empty()) DropIndex();

@@ -55,6 +55,7 @@ class TList {
 
   /// Makes room for Count items in all without adding any.
   void Reserve(std::size_t Count) { FItems.reserve(Count); }
+  std::size_t Capacity() const { return FItems.capacity(); }  ///< the number of items there is room for in all
 
   /// Sorts with a comparer that returns a negative, zero or positive int. Equal items keep their order. A comparer that
   /// contradicts itself gives some order, and one that throws leaves the list as it was.

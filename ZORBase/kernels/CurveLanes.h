@@ -1,0 +1,31 @@
+// CurveLanes: poses of a curve with their components side by side in vector lanes, where the machine has them. Internal.
+//   PoseByLanes          the pose at a parameter
+//   DerivativesByLanes   and its derivatives
+//   SampleByLanes        a row of poses in one knot interval, and their distances
+//   BlendAllByLanes      poses in any intervals
+// All give the bits of BlendExtended. The control points have to be moderate, see ExtendedLanes.h.
+#pragma once
+
+#include <ZORBase/kernels/CurveSamples.h>
+#include <ZORBase/kernels/ExtendedLanes.h>
+
+#include <cstddef>
+
+namespace ZORBase {
+
+/// Gives the pose at u, which is inside the knot interval at U of rising knots, from the four control points from P on. Two knots
+/// before U[0] and four behind it exist.
+/// \return false, with Pose not settled, where the lanes cannot vouch for it, the machine has none, or the interval is not wide.
+bool PoseByLanes(const double* U, double u, const double* P, double* Pose);
+
+/// Gives the pose and its first three derivatives, 4 times 6 numbers, under the same conditions.
+bool DerivativesByLanes(const double* U, double u, const double* P, double* Poses);
+
+/// SampleExtended. \return false, with nothing done, where the machine has no lanes.
+bool SampleByLanes(const double* P, TSampleBlock<6>& Block);
+
+/// BlendExtendedAll. \return false, with nothing done, where the machine has no lanes.
+bool BlendAllByLanes(const double* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
+                     double* const* Sums);
+
+}  // namespace ZORBase
