@@ -16,6 +16,8 @@ namespace ZORBase {
 
 /// Knots closer than this coincide.
 inline constexpr double kSmallestKnotDistance = SmallestDoubleFrom(1e-6L);
+/// Inside an interval that is at least so long they never do: its length is seen as a sum of two rounded parts.
+inline constexpr double kSurelyWide = 1.000000001 * kSmallestKnotDistance;
 
 // Coincident knots give 0/0 in the recursion. The term vanishes in the limit, so 0 is its value here, not a guard.
 inline double SafeQuotient(double Denominator, double Numerator) {

@@ -1,6 +1,7 @@
 #include <ZORBase/kernels/CubicBasis.h>
 #include <ZORBase/kernels/CurveBlend.h>
 #include <ZORBase/kernels/CurveLanes.h>
+#include <ZORBase/kernels/ExtendedLanes.h>
 
 #include <algorithm>
 #include <array>
@@ -181,7 +182,13 @@ ZORBASE_BY_LANES void BlendAllFused(const double* const* P, const double (*N)[kS
            [Sums](std::size_t i) ZORBASE_INLINE_LAMBDA { return Sums[i]; });
 }
 
+ZORBASE_BY_LANES bool AreModerateFused(const double* Poses, std::size_t Count) {
+  return AreModeratePoses(Poses, Count);
+}
+
 }  // namespace
+
+bool AreForLanes(const double* Poses, std::size_t Count) { return kHasExtendedLanes && AreModerateFused(Poses, Count); }
 
 bool PoseByLanes(const double* U, double u, const double* P, double* Pose) {
   return kHasExtendedLanes && PoseFused(U, u, P, Pose);
@@ -203,6 +210,7 @@ bool BlendAllByLanes(const double* const* P, const double (*N)[kSize], std::size
 
 #else
 
+bool AreForLanes(const double* /*Poses*/, std::size_t /*Count*/) { return false; }
 bool SampleByLanes(const double* /*P*/, TSampleBlock<6>& /*Block*/) { return false; }
 bool BlendAllByLanes(const double* const* /*P*/, const double (*)[TSampleBlock<6>::kSize], std::size_t /*Count*/,
                      double* const* /*Sums*/) {

@@ -1,17 +1,20 @@
 // CurveLanes: poses of a curve with their components side by side in vector lanes, where the machine has them. Internal.
+//   AreForLanes          whether they can have these control points, which is to be asked before the others
 //   PoseByLanes          the pose at a parameter
 //   DerivativesByLanes   and its derivatives
 //   SampleByLanes        a row of poses in one knot interval, and their distances
 //   BlendAllByLanes      poses in any intervals
-// All give the bits of BlendExtended. The control points have to be moderate, see ExtendedLanes.h.
+// All give the bits of BlendExtended.
 #pragma once
 
 #include <ZORBase/kernels/CurveSamples.h>
-#include <ZORBase/kernels/ExtendedLanes.h>
 
 #include <cstddef>
 
 namespace ZORBase {
+
+/// \return whether the machine has the lanes, and all components of Count poses are 0 or moderate, see ExtendedLanes.h.
+bool AreForLanes(const double* Poses, std::size_t Count);
 
 /// Gives the pose at u, which is inside the knot interval at U of rising knots, from the four control points from P on. Two knots
 /// before U[0] and four behind it exist.

@@ -4,6 +4,7 @@
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/kernels/CubicBasis.h>
 #include <ZORBase/kernels/CurveBlend.h>
+#include <ZORBase/kernels/PoseSolver.h>
 
 #include <algorithm>
 #include <cmath>
@@ -75,11 +76,8 @@ template <class TPoint>
 // A span that is too narrow for the basis functions would leave a hole in the curve.
 template <class TPoint>
 void RequireWideSpans(std::span<const double> Params) {
-  // Basis functions take knots closer than 1e-6 for one. Inside a span they see its width as a sum of two rounded parts, so
-  // a little more is asked for.
-  constexpr double kNarrowestSpan = 1.000000001e-6;
   for (std::size_t k = 0; k + 1 < Params.size(); ++k) {
-    if (Params[k + 1] - Params[k] < kNarrowestSpan) RaiseTooClose<TPoint>(k);
+    if (Params[k + 1] - Params[k] < kSurelyWide) RaiseTooClose<TPoint>(k);
   }
 }
 
@@ -90,6 +88,15 @@ void Eliminate(const TPoint6D& P, double A, const TPoint6D& Q, double Pivot, TPo
   StoreEliminated(&P.X, A, &Q.X, 1.0 / Pivot, &To.X);
 }
 void Eliminate(const TPoint6D& P, double A, const TPoint6D& Q, TPoint6D& To) { StoreEliminated(&P.X, A, &Q.X, &To.X); }
+
+// The quick way, for poses that give it no trouble.
+bool SolveByLanes(std::size_t /*Last*/, std::span<const TPoint2D> /*Q*/, std::span<const double> /*U*/,
+                  std::span<TPoint2D> /*P*/) {
+  return false;
+}
+bool SolveByLanes(std::size_t Last, std::span<const TPoint6D> Q, std::span<const double> U, std::span<TPoint6D> P) {
+  return SolvePosesByLanes(Last, &Q.data()->X, U.data(), &P.data()->X);
+}
 
 // The two outer control points at either end: the end point itself, and a third of the end tangent from it.
 template <class TPoint>
@@ -133,6 +140,7 @@ void SolveInnerPoints(int n, std::span<const TPoint> Q, std::span<const double> 
     RaiseGeneralError(CurveOperation<TPoint>("SolveTridiagonal") +
                       ": n is below 3, or the points, knots or control points do not reach for it");
   }
+  if (SolveByLanes(last, Q, U, P)) return;
   std::vector<double> dd(last + 1);
   std::vector<TPoint> reduced(last + 1);  // right sides; P is written once every pivot has proved good
   double abc[4];

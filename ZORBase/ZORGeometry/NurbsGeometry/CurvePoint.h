@@ -85,7 +85,7 @@ TPoint PointInAnySpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, i
 
 /// Whether the vector lanes of CurveLanes.h can have these control points; those of the plane are not for them.
 inline bool AreForLanes(std::span<const TPoint2D> /*P*/) { return false; }
-inline bool AreForLanes(std::span<const TPoint6D> P) { return AreModerate(&P.data()->X, 6 * P.size()); }
+inline bool AreForLanes(std::span<const TPoint6D> P) { return !P.empty() && AreForLanes(&P.data()->X, P.size()); }
 
 inline bool PointByLanes(const double* /*U*/, double /*u*/, const TPoint2D* /*P*/, TPoint2D& /*Point*/) {
   return false;

@@ -118,11 +118,9 @@ class TTableSampler {
     }
   }
 
-  // Whether what lies between the two knots is inside [0, 1] and inside the knots, in an interval that is wide. The bound leaves
-  // room for the roundings of the sum that stands for the width.
+  // Whether what lies between the two knots is inside [0, 1] and inside the knots, in an interval that is wide.
   bool IsEasy(double From, double To) const {
-    constexpr double kWideEnough = 1.000000001 * kSmallestKnotDistance;
-    return From >= 0.0 && To <= 1.0 && To - From >= kWideEnough && FBasis.IsInside(From);
+    return From >= 0.0 && To <= 1.0 && To - From >= kSurelyWide && FBasis.IsInside(From);
   }
 
   void AddBlock(std::size_t k) {
