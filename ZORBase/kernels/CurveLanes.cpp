@@ -13,9 +13,6 @@ namespace ZORBase {
 
 namespace {
 
-constexpr std::size_t kSize = TSampleBlock<6>::kSize;
-constexpr std::size_t kComponents = 6;
-
 // ---------------------------------------------------------------------------------------------- sums of control points
 
 /// Sums[v] = 0 + W[0][v] * P[0][v] + ... + W[3][v] * P[3][v], as BlendExtended has it: step by step, so that no vector waits
@@ -46,8 +43,8 @@ ZORBASE_BY_LANES_INLINE void BlendOne(double N0, double N1, double N2, double N3
   __m256d items[4][2];
   ZORBASE_UNROLL
   for (std::size_t r = 0; r < 4; ++r) {
-    items[r][0] = LoadHead(P + r * kComponents);
-    items[r][1] = LoadTail(P + r * kComponents);
+    items[r][0] = LoadHead(P + r * kPoseItems);
+    items[r][1] = LoadTail(P + r * kPoseItems);
   }
   __m256d sums[2];
   Blend(weights, items, sums);
@@ -65,9 +62,9 @@ ZORBASE_BY_LANES_INLINE void BlendTwo(const double* N, const double* M, std::siz
     weights[r][0] = _mm256_broadcast_sd(N + r * Stride);
     weights[r][1] = _mm256_broadcast_sd(M + r * Stride);
     weights[r][2] = _mm256_blend_pd(weights[r][0], weights[r][1], 0b1100);
-    items[r][0] = LoadHead(P + r * kComponents);
-    items[r][1] = LoadHead(Q + r * kComponents);
-    items[r][2] = LoadTails(P + r * kComponents, Q + r * kComponents);
+    items[r][0] = LoadHead(P + r * kPoseItems);
+    items[r][1] = LoadHead(Q + r * kPoseItems);
+    items[r][2] = LoadTails(P + r * kPoseItems, Q + r * kPoseItems);
   }
   __m256d sums[3];
   Blend(weights, items, sums);
@@ -78,9 +75,11 @@ ZORBASE_BY_LANES_INLINE void BlendTwo(const double* N, const double* M, std::siz
 
 /// Sums Count blends, P(i) to Sum(i), with the weights in the columns of N.
 template <class TFrom, class TTo>
-ZORBASE_BY_LANES_INLINE void BlendAll(TFrom P, const double (*N)[kSize], std::size_t Count, TTo Sum) {
+ZORBASE_BY_LANES_INLINE void BlendAllByWeights(TFrom P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
+                                               TTo Sum) {
   std::size_t i = 0;
-  for (; i + 2 <= Count; i += 2) BlendTwo(&N[0][i], &N[0][i + 1], kSize, P(i), P(i + 1), Sum(i), Sum(i + 1));
+  for (; i + 2 <= Count; i += 2)
+    BlendTwo(&N[0][i], &N[0][i + 1], TSampleBlock<6>::kSize, P(i), P(i + 1), Sum(i), Sum(i + 1));
   if (i < Count) BlendOne(N[0][i], N[1][i], N[2][i], N[3][i], P(i), Sum(i));
 }
 
@@ -159,14 +158,14 @@ ZORBASE_BY_LANES bool DerivativesFused(const double* U, double u, const double* 
   double N[4][4];
   if (!BasisDerivativesByLanes(U, u, distances, N)) return false;
   // The values of the basis functions are ready last.
-  BlendTwo(N[2], N[3], 1, P, P, Poses + 2 * kComponents, Poses + 3 * kComponents);
-  BlendTwo(N[0], N[1], 1, P, P, Poses, Poses + kComponents);
+  BlendTwo(N[2], N[3], 1, P, P, Poses + 2 * kPoseItems, Poses + 3 * kPoseItems);
+  BlendTwo(N[0], N[1], 1, P, P, Poses, Poses + kPoseItems);
   return true;
 }
 
 ZORBASE_BY_LANES void SampleFused(const double* P, TSampleBlock<6>& Block) {
-  BlendAll([P](std::size_t) ZORBASE_INLINE_LAMBDA { return P; }, Block.N, Block.Count,
-           [&Block](std::size_t i) ZORBASE_INLINE_LAMBDA { return Block.Points[i + 1]; });
+  BlendAllByWeights([P](std::size_t) ZORBASE_INLINE_LAMBDA { return P; }, Block.N, Block.Count,
+                    [&Block](std::size_t i) ZORBASE_INLINE_LAMBDA { return Block.Points[i + 1]; });
   for (std::size_t i = 0; i < Block.Count; ++i) {
     alignas(32) double d[8];
     _mm256_store_pd(d, Difference(LoadHead(Block.Points[i + 1]), LoadHead(Block.Points[i])));
@@ -176,10 +175,10 @@ ZORBASE_BY_LANES void SampleFused(const double* P, TSampleBlock<6>& Block) {
   for (std::size_t i = 0; i < Block.Count; ++i) Block.Distances[i] = std::sqrt(Block.Distances[i]);
 }
 
-ZORBASE_BY_LANES void BlendAllFused(const double* const* P, const double (*N)[kSize], std::size_t Count,
-                                    double* const* Sums) {
-  BlendAll([P](std::size_t i) ZORBASE_INLINE_LAMBDA { return P[i]; }, N, Count,
-           [Sums](std::size_t i) ZORBASE_INLINE_LAMBDA { return Sums[i]; });
+ZORBASE_BY_LANES void BlendAllFused(const double* const* P, const double (*N)[TSampleBlock<6>::kSize],
+                                    std::size_t Count, double* const* Sums) {
+  BlendAllByWeights([P](std::size_t i) ZORBASE_INLINE_LAMBDA { return P[i]; }, N, Count,
+                    [Sums](std::size_t i) ZORBASE_INLINE_LAMBDA { return Sums[i]; });
 }
 
 ZORBASE_BY_LANES bool AreModerateFused(const double* Poses, std::size_t Count) {
@@ -203,7 +202,8 @@ bool SampleByLanes(const double* P, TSampleBlock<6>& Block) {
   return kHasExtendedLanes;
 }
 
-bool BlendAllByLanes(const double* const* P, const double (*N)[kSize], std::size_t Count, double* const* Sums) {
+bool BlendAllByLanes(const double* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
+                     double* const* Sums) {
   if (kHasExtendedLanes) BlendAllFused(P, N, Count, Sums);
   return kHasExtendedLanes;
 }

@@ -34,6 +34,9 @@ namespace ZORBase {
 inline constexpr double kSmallestModerate = 0x1p-300;
 inline constexpr double kLargestModerate = 0x1p300;
 
+/// Components of a pose.
+inline constexpr std::size_t kPoseItems = 6;
+
 #ifdef ZORBASE_HAS_EXTENDED_LANES
 
 /// Whether this machine has the instructions. Before the library is initialised it says no, which costs time only.
@@ -80,10 +83,10 @@ ZORBASE_BY_LANES_INLINE __m256d ModerateLanes(__m256d Values) {
 ZORBASE_BY_LANES_INLINE bool AreModeratePoses(const double* Poses, std::size_t Count) {
   __m256d areModerate = _mm256_castsi256_pd(_mm256_set1_epi64x(-1));
   std::size_t i = 0;
-  for (; i + 4 <= 6 * Count; i += 4)
+  for (; i + 4 <= kPoseItems * Count; i += 4)
     areModerate = _mm256_and_pd(areModerate, ModerateLanes(_mm256_loadu_pd(Poses + i)));
   // Of an odd number of poses two components are left.
-  if (i < 6 * Count)
+  if (i < kPoseItems * Count)
     areModerate = _mm256_and_pd(areModerate, ModerateLanes(_mm256_zextpd128_pd256(_mm_loadu_pd(Poses + i))));
   return _mm256_movemask_pd(areModerate) == 0b1111;
 }

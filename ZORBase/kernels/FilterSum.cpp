@@ -23,7 +23,7 @@ ZORBASE_INLINE double LongSum(TTerm Term, const double* Values, int Count) {
 }
 
 // Outputs that are worked on side by side; the partial sums of so many fit the first-level cache.
-constexpr int kBlock = 64;
+constexpr int kSumBlock = 64;
 
 // A pass over a row of partial sums, one for each output, adds several terms at a time: memory is touched less often.
 constexpr int kTermsOfAPass = 4;
@@ -58,14 +58,14 @@ ZORBASE_INLINE void AddRow(double* __restrict Row, const double* __restrict Othe
   for (int i = 0; i < Outputs; ++i) Row[i] += Other[i];
 }
 
-// The sums of at most kBlock outputs.
+// The sums of at most kSumBlock outputs.
 template <class TTerm>
 ZORBASE_INLINE void SumBlock(TTerm Term, const double* Values, int Count, double* Results, int Outputs) {
   const int rounds = Count / kFilterLanes;
   const int whole = rounds * kFilterLanes;
   if (whole < Count) SumRow<1>(Results, Outputs, Term.From(whole), Values + whole, Count - whole);
   if (rounds == 0) return;
-  double lanes[kFilterLanes][kBlock];
+  double lanes[kFilterLanes][kSumBlock];
   for (int j = 0; j < kFilterLanes; ++j) SumRow<kFilterLanes>(lanes[j], Outputs, Term.From(j), Values + j, rounds);
   for (int half = kFilterLanes / 2; half > 0; half /= 2) {
     for (int j = 0; j < half; ++j) AddRow(lanes[j], lanes[j + half], Outputs);
@@ -79,8 +79,8 @@ ZORBASE_INLINE void SumBlock(TTerm Term, const double* Values, int Count, double
 
 template <class TTerm>
 ZORBASE_INLINE void SumAll(TTerm Term, const double* Values, int Count, std::span<double> Results) {
-  for (std::size_t done = 0; done < Results.size(); done += kBlock) {
-    const auto outputs = static_cast<int>(std::min<std::size_t>(kBlock, Results.size() - done));
+  for (std::size_t done = 0; done < Results.size(); done += kSumBlock) {
+    const auto outputs = static_cast<int>(std::min<std::size_t>(kSumBlock, Results.size() - done));
     SumBlock(Term, Values + done, Count, Results.data() + done, outputs);
   }
 }

@@ -10,7 +10,7 @@ namespace ZORBase {
 namespace {
 
 // Points that are looked through for far ones together.
-constexpr std::size_t kGroup = 4;
+constexpr std::size_t kPointGroup = 4;
 
 // A register holds a column of the matrix, or the results of a point; its last lane is not used.
 constexpr std::size_t kLanes = 4;
@@ -24,14 +24,14 @@ static_assert(sizeof(TPoint3D) == 3 * sizeof(double) && std::is_standard_layout_
 ZORBASE_INLINE bool HasFar(const double* Coordinates, double Far) {
   std::int64_t isFar = 0;  // as wide as what it is made of, so that it fits into lanes
   ZORBASE_LANES
-  for (std::size_t k = 0; k < 3 * kGroup; ++k) isFar |= Coordinates[k] > Far ? -1 : 0;
+  for (std::size_t k = 0; k < 3 * kPointGroup; ++k) isFar |= Coordinates[k] > Far ? -1 : 0;
   return isFar != 0;
 }
 
 // Moved, or Turned, of a group.
 template <bool IsMoved>
 ZORBASE_INLINE void TransformGroup(const TColumns& Columns, const double* In, double* Out) {
-  for (std::size_t p = 0; p < 3 * kGroup; p += 3) {
+  for (std::size_t p = 0; p < 3 * kPointGroup; p += 3) {
     const double x = In[p];
     const double y = In[p + 1];
     const double z = In[p + 2];
@@ -59,9 +59,9 @@ ZORBASE_INLINE void TransformAll(const TAffineRows& M, std::span<const TPoint3D>
     Results[i] = IsMoved ? MovedUnlessFar(matrix, Points[i], Far) : TurnedUnlessFar(matrix, Points[i], Far);
   };
   std::size_t i = 0;
-  for (; i + kGroup <= Points.size(); i += kGroup) {
+  for (; i + kPointGroup <= Points.size(); i += kPointGroup) {
     if (HasFar(CoordinatesOf(Points.data() + i), Far)) {
-      for (std::size_t p = 0; p < kGroup; ++p) transformOne(i + p);
+      for (std::size_t p = 0; p < kPointGroup; ++p) transformOne(i + p);
     } else {
       TransformGroup<IsMoved>(columns, CoordinatesOf(Points.data() + i), CoordinatesOf(Results + i));
     }

@@ -11,8 +11,7 @@ namespace ZORBase {
 
 namespace {
 
-constexpr std::size_t kComponents = 6;
-constexpr std::size_t kBlock = 64;
+constexpr std::size_t kRows = 64;
 // Basis values of wide intervals in so small a domain are moderate, and so is what is divided by larger pivots.
 constexpr double kLargestDomain = 0x1p20;
 constexpr double kSmallestPivot = 0x1p-60;
@@ -73,7 +72,7 @@ ZORBASE_BY_LANES_INLINE TPoseLanes Eliminated(const TPoseLanes& P, double A, con
 }
 
 /// The basis values with the first three indices at the knots themselves, where the fourth one is 0. Lanes are knots.
-ZORBASE_BY_LANES_INLINE void BasisAtKnots(const double* U, std::size_t Count, double (&N)[3][kBlock]) {
+ZORBASE_BY_LANES_INLINE void BasisAtKnots(const double* U, std::size_t Count, double (&N)[3][kRows]) {
   ZORBASE_INDEPENDENT
   for (std::size_t i = 0; i < Count; ++i) {
     double values[4];
@@ -87,12 +86,12 @@ ZORBASE_BY_LANES_INLINE void BasisAtKnots(const double* U, std::size_t Count, do
 /// Gives the reduced right sides and the factors of the rows 2 to Last.
 ZORBASE_BY_LANES bool EliminateFused(std::size_t Last, const double* Q, const double* U, const double* P,
                                      double* Reduced, double* Factors) {
-  double N[3][kBlock];
-  TPoseLanes before = LoadPose(P + kComponents);
+  double N[3][kRows];
+  TPoseLanes before = LoadPose(P + kPoseItems);
   double pivot = 1.0;
   double above = 0.0;
-  for (std::size_t first = 2; first <= Last; first += kBlock) {
-    const std::size_t count = std::min(kBlock, Last + 1 - first);
+  for (std::size_t first = 2; first <= Last; first += kRows) {
+    const std::size_t count = std::min(kRows, Last + 1 - first);
     BasisAtKnots(U + first + 2, count, N);
     for (std::size_t j = 0; j < count; ++j) {
       const std::size_t i = first + j;
@@ -101,38 +100,38 @@ ZORBASE_BY_LANES bool EliminateFused(std::size_t Last, const double* Q, const do
       above = N[2][j];
       if (!(pivot >= kSmallestPivot)) [[unlikely]]
         return false;
-      TPoseLanes right = LoadPose(Q + (i - 1) * kComponents);
+      TPoseLanes right = LoadPose(Q + (i - 1) * kPoseItems);
       if (i == Last) [[unlikely]]
-        right = Eliminated<false>(right, above, LoadPose(P + (i + 1) * kComponents), 1.0);
+        right = Eliminated<false>(right, above, LoadPose(P + (i + 1) * kPoseItems), 1.0);
       before = Eliminated<true>(right, N[0][j], before, 1.0 / pivot);
-      StorePose(Reduced + i * kComponents, before);
+      StorePose(Reduced + i * kPoseItems, before);
     }
-    if (!AreModeratePoses(Reduced + first * kComponents, count)) return false;
+    if (!AreModeratePoses(Reduced + first * kPoseItems, count)) return false;
   }
   return true;
 }
 
 ZORBASE_BY_LANES bool SubstituteFused(std::size_t Last, const double* Reduced, const double* Factors, double* P) {
-  TPoseLanes behind = LoadPose(Reduced + Last * kComponents);
-  StorePose(P + Last * kComponents, behind);
+  TPoseLanes behind = LoadPose(Reduced + Last * kPoseItems);
+  StorePose(P + Last * kPoseItems, behind);
   for (std::size_t i = Last - 1; i >= 2; --i) {
-    behind = Eliminated<false>(LoadPose(Reduced + i * kComponents), Factors[i + 1], behind, 1.0);
-    StorePose(P + i * kComponents, behind);
+    behind = Eliminated<false>(LoadPose(Reduced + i * kPoseItems), Factors[i + 1], behind, 1.0);
+    StorePose(P + i * kPoseItems, behind);
   }
-  return AreModeratePoses(P + 2 * kComponents, Last - 1);
+  return AreModeratePoses(P + 2 * kPoseItems, Last - 1);
 }
 
 /// Whether the lanes can begin with these points and outer control points.
 ZORBASE_BY_LANES bool AreFitPoses(std::size_t Last, const double* Q, const double* P) {
-  return AreModeratePoses(Q, Last + 1) && AreModeratePoses(P + kComponents, 1) &&
-         AreModeratePoses(P + (Last + 1) * kComponents, 1);
+  return AreModeratePoses(Q, Last + 1) && AreModeratePoses(P + kPoseItems, 1) &&
+         AreModeratePoses(P + (Last + 1) * kPoseItems, 1);
 }
 
 }  // namespace
 
 bool SolvePosesByLanes(std::size_t Last, const double* Q, const double* U, double* P) {
   if (!kHasExtendedLanes || !AreFitKnots(U, Last) || !AreFitPoses(Last, Q, P)) return false;
-  const TAlignedDoubles reduced = AllocateDoubles((Last + 1) * kComponents);
+  const TAlignedDoubles reduced = AllocateDoubles((Last + 1) * kPoseItems);
   const TAlignedDoubles factors = AllocateDoubles(Last + 1);
   return EliminateFused(Last, Q, U, P, reduced.get(), factors.get()) &&
          SubstituteFused(Last, reduced.get(), factors.get(), P);
