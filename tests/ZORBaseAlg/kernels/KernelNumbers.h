@@ -30,7 +30,7 @@ inline double EvenNumber(std::mt19937_64& Random, double Low, double High) {
 }
 
 inline double RandomNumber(std::mt19937_64& Random, TNumberKind Kind) {
-  constexpr std::array special = {0.0,   -0.0,  5e-324,    -5e-324,    1e-310, 1e-200, 1e200,
+  constexpr std::array special = {0.0,   -0.0,  5e-324,    -5e-324,    1e-310, 1e-200, 1e200, 1e10,
                                   1e308, 1e308, kInfinity, -kInfinity, kNaN,   3.0,    -0.125};
   if (Kind == TNumberKind::Anything && Random() % 16 == 0) return special[Random() % special.size()];
   if (Kind == TNumberKind::Even) return EvenNumber(Random, -10, 10);

@@ -217,6 +217,69 @@ TEST(CurveAgainstPlain, GivenKnotsOfEveryKindGiveThePlainTableOrTheGeneralError)
   }
 }
 
+bool IsSameOrBothNaN(const TPoint6D& P, const TPlainPose& Q) {
+  for (int i = 0; i < 6; ++i) {
+    const double q = Q[static_cast<std::size_t>(i)];
+    if (!IsSameNumber(P.Items(i), q) && !(std::isnan(P.Items(i)) && std::isnan(q))) return false;
+  }
+  return true;
+}
+
+// Products that underflow, sums that overflow, and zeros of either sign; the quick forms have to leave them to the others.
+TEST(CurveAgainstPlain, ControlPointsOfEverySizeGiveThePlainPointsAndDerivatives) {
+  std::mt19937_64 random(20261141);
+  const std::vector<double> sizes = {0.0, -0.0,    5e-324, 1e-310,  1e-300, 0x1p-301, 0x1p-300,  1e-20,
+                                     1.0, 0x1p299, 1e100,  0x1p301, 1e200,  1.7e308,  kInfinity, kNaN};
+  for (std::size_t largest = 0; largest < sizes.size(); ++largest) {
+    std::vector<double> knots = {0, 0, 0, 0, 0.125, 0.3, 0.3000001, 0.6, 0.9, 1, 1, 1, 1};
+    std::vector<TPoint6D> points;
+    for (std::size_t i = 0; i + 4 < knots.size(); ++i) {
+      TPoint6D point = RandomPose(random, 1);
+      for (int c = 0; c < 6; ++c) {
+        // Component 5 is of one size, the others of all up to the largest.
+        point.Items(c) *= sizes[c == 5 || random() % 4 == 0 ? largest : random() % (largest + 1)];
+      }
+      points.push_back(point);
+    }
+    TNurbs6D curve;
+    ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, static_cast<int>(points.size())));
+    const TPlainCurve plain = PlainCurveOf(knots, points);
+    std::vector<double> parameters = SomeParameters(random, knots, 2000);
+    std::vector<TPoint6D> many(parameters.size());
+    curve.EvalPoints(parameters, many);
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+      const double u = parameters[i];
+      SCOPED_TRACE(testing::Message() << "up to " << sizes[largest] << ", at " << u);
+      ASSERT_TRUE(IsSameOrBothNaN(curve.EvalPoint(u), plain.EvalPoint(u)));
+      ASSERT_TRUE(IsSameOrBothNaN(many[i], plain.EvalPoint(u)));
+      std::array<TPoint6D, 4> CK;
+      curve.CurveDerivsAlg1(u, CK);
+      const auto expected = plain.CurveDerivsAlg1(u);
+      for (std::size_t k = 0; k < 4; ++k) ASSERT_TRUE(IsSameOrBothNaN(CK[k], expected[k])) << "derivative " << k;
+    }
+  }
+}
+
+// Steps from 1e-4 to 10, components that vanish, and points on a grid: sums that are exact, or half way between two doubles.
+TEST(CurveAgainstPlain, GradedPathsAndGridsGiveThePlainCurve) {
+  std::mt19937_64 random(20261142);
+  for (int round = 0; round < 24; ++round) {
+    TPoint6DList poses;
+    TPoint6D pose{};
+    const int count = 4 + static_cast<int>(random() % 30);
+    for (int i = 0; i < count; ++i) {
+      const double step = std::pow(10.0, Uniform(random, -4, 0.5));
+      for (int c = 0; c < (round % 2 == 0 ? 6 : 3); ++c) pose.Items(c) += Uniform(random, -step, step);
+      if (round % 3 == 0) pose.X = i * 0.125;
+      if (round % 4 == 0 && i > count / 2) pose.Y = 0.0;
+      poses.Add(pose);
+    }
+    SCOPED_TRACE(testing::Message() << "round " << round);
+    if (GeneralErrorOf([&] { CurveThrough(poses); })) continue;  // neighbours that are too close
+    ASSERT_NO_FATAL_FAILURE(ExpectSameFit(random, poses, kAllMethods[static_cast<std::size_t>(round) % 3], 400));
+  }
+}
+
 TEST(CurveAgainstPlain, RandomClampedKnotsWithRepeatsGiveThePlainTable) {
   std::mt19937_64 random(20240615);
   for (int round = 0; round < 200; ++round) {

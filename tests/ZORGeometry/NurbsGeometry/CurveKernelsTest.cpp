@@ -22,6 +22,10 @@ std::size_t Find(const TBucketIndex& Index, const std::vector<double>& Keys, dou
   return Index.Find([&](std::size_t i) { return Keys.at(i); }, X);
 }
 
+std::size_t FindByGuess(const TBucketIndex& Index, const std::vector<double>& Keys, double X) {
+  return Index.FindByGuess([&](std::size_t i) { return Keys.at(i); }, X);
+}
+
 /// Count rising keys: spread, crowded in clusters, and repeated.
 std::vector<double> RandomKeys(std::mt19937_64& Random, int Count) {
   std::vector<double> keys;
@@ -38,7 +42,7 @@ std::vector<double> RandomKeys(std::mt19937_64& Random, int Count) {
 TEST(BucketIndex, FindsTheOnePlaceOfAValueAmongKeysOfEverySpread) {
   std::mt19937_64 random(20240702);
   for (const int count : {2, 3, 4, 5, 10, 100, 3000}) {
-    for (const double bucketsPerKey : {0.3, 1.0, 2.0}) {
+    for (const double bucketsPerKey : {1.0 / 16.0, 0.3, 1.0, 2.0}) {
       const std::vector<double> keys = RandomKeys(random, count);
       const TBucketIndex index = IndexOf(keys, bucketsPerKey);
       for (int i = 0; i < 3000; ++i) {
@@ -50,8 +54,26 @@ TEST(BucketIndex, FindsTheOnePlaceOfAValueAmongKeysOfEverySpread) {
           const std::size_t place = Find(index, keys, x);
           ASSERT_LE(keys.at(place), x);
           ASSERT_GT(keys.at(place + 1), x);
+          ASSERT_EQ(FindByGuess(index, keys, x), place) << x;
         }
       }
+    }
+  }
+}
+
+// The distances change by up to 5 percent, and every hundredth key follows closely: guesses that hit, and guesses that miss.
+TEST(BucketIndex, GuessesAmongKeysAtAlmostEqualDistances) {
+  std::mt19937_64 random(20261143);
+  for (const int count : {5, 6, 17, 1000, 20000}) {
+    std::vector<double> keys = {-1.0};
+    for (int i = 1; i < count; ++i)
+      keys.push_back(keys.back() + 0.03 * (i % 100 == 0 ? 1e-9 : Uniform(random, 0.95, 1.05)));
+    const TBucketIndex index = IndexOf(keys, 1.0 / 16.0);
+    for (int i = 0; i < 20000; ++i) {
+      const double x = i < count - 1 ? keys[static_cast<std::size_t>(i)] : Uniform(random, keys.front(), keys.back());
+      const std::size_t place = FindByGuess(index, keys, x);
+      ASSERT_LE(keys.at(place), x);
+      ASSERT_GT(keys.at(place + 1), x);
     }
   }
 }
@@ -75,6 +97,16 @@ TEST(BucketIndex, CoversNothingWithoutRisingFiniteKeys) {
 TEST(BucketIndex, KeysOverTooSmallOrTooLargeARangeAreLeftAlone) {
   EXPECT_FALSE(IndexOf({0, 5e-324, 1e-323, 1.5e-323}).Covers(5e-324));
   EXPECT_FALSE(IndexOf({-1.5e308, 0, 1.5e308}).Covers(std::nextafter(1.5e308, 0)));
+}
+
+TEST(BucketIndex, BuiltAgainItKnowsTheNewKeysOnly) {
+  TBucketIndex index = IndexOf({0, 1, 2, 3});
+  const std::vector<double> keys = {10, 11, 12, 13, 14};
+  index.Build(keys.size(), [&](std::size_t i) { return keys[i]; });
+  EXPECT_FALSE(index.Covers(1.5));
+  EXPECT_EQ(Find(index, keys, 12.5), 2U);
+  index.Build(0, [](std::size_t) { return 0.0; });
+  EXPECT_FALSE(index.Covers(12.5));
 }
 
 TEST(BucketIndex, WhatIsMovedFromCoversNothing) {

@@ -128,5 +128,40 @@ TEST(TSUTableIndex, ATableThatIsMovedFromIsEmpty) {
               RaisesGeneralError("List index out of bounds (0)"));  // NOLINT(bugprone-use-after-move)
 }
 
+// ---------------------------------------------------------------------------------------------- memory
+
+TEST(TSUTableIndex, ATableMadeAgainKeepsItsMemoryAndHasTheNewRows) {
+  std::mt19937_64 random(20261144);
+  const TPoint6DList poses = RandomPoses(random, TPathKind::Walk, 60);
+  const TNurbs6D expected = CurveThrough(poses);
+  TNurbs6D curve = CurveThrough(poses);
+  const TSULine* const rows = curve.SUTable().data();
+  curve.InitLengthByUArray();
+  EXPECT_EQ(curve.SUTable().data(), rows);
+  EXPECT_THAT(curve, HasState(StateOf(expected)));
+  ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(expected.SUTable()), random, 1000));
+}
+
+TEST(TSUTableIndex, ACurveFittedAgainHasOnlyTheRowsOfItsNewPath) {
+  std::mt19937_64 random(20261145);
+  TNurbs6D curve;
+  for (const int count : {60, 40, 100, 5, 4, 30}) {
+    const TPoint6DList poses = RandomPoses(random, TPathKind::Walk, count);
+    ASSERT_TRUE(curve.CreateCross(&poses, mChord));
+    const TNurbs6D expected = CurveThrough(poses, mChord);
+    ASSERT_THAT(curve, HasState(StateOf(expected)));
+    ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(expected.SUTable()), random, 500));
+  }
+}
+
+TEST(TSUTableIndex, AMuchShorterTableGivesBackMemory) {
+  std::mt19937_64 random(20261146);
+  TNurbs6D curve = CurveThrough(RandomPoses(random, TPathKind::Walk, 400));
+  const std::size_t rows = curve.SUTable().Capacity();
+  const TPoint6DList poses = RandomPoses(random, TPathKind::Walk, 4);
+  ASSERT_TRUE(curve.CreateCross(&poses, mChord));
+  EXPECT_LT(curve.SUTable().Capacity(), rows / 2);
+}
+
 }  // namespace
 }  // namespace ZORBase::Test
