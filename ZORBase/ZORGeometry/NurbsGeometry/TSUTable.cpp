@@ -46,14 +46,27 @@ struct TDirection {
   /// The index is there unless the rows have changed; that their number has is seen even if the table was not asked.
   static bool IsIndexed(const TSUTable& Table) { return !Table.FKeys.empty() && Table.FKeys.size() == Table.size(); }
 
-  /// Gives what Bisect gives, through the index, and the row at or before X in Row. \return false without an index, and for an X
-  /// outside the table.
+  /// \return the row at or before X, which the index covers. A walk comes from a Row that is not far before it; 0 is no such row.
+  template <class TKeyOf>
+  static std::size_t RowFrom(const TSUTable& Table, int Row, TKeyOf KeyOf, double X) {
+    constexpr int kStep = 8;  // rows
+    if (Row > 0 && Row < Table.Count() - 1 - kStep && KeyOf(Row) <= X && X < KeyOf(Row + kStep)) {
+      int row = Row;
+      ZORBASE_UNROLL
+      for (int step = 1; step < kStep; ++step) row += static_cast<int>(KeyOf(Row + step) <= X);
+      return static_cast<std::size_t>(row);
+    }
+    return Index(Table).FindByGuess(KeyOf, X);
+  }
+
+  /// Gives what Bisect gives, through the index, and the row at or before X in Row, which may be known to be near. \return false
+  /// without an index, and for an X outside the table.
   static bool AnswerIndexed(const TSUTable& Table, double X, int& Row, double& Result) {
     if (!IsIndexed(Table) || !Index(Table).Covers(X)) return false;
     const TSUTable::TKeys* const keys = Table.FKeys.data();
     const auto key = [keys](auto i) { return keys[i].*IndexedKey; };
     const auto value = [keys](auto i) { return keys[i].*IndexedValue; };
-    Row = static_cast<int>(Index(Table).FindByGuess(key, X));
+    Row = static_cast<int>(RowFrom(Table, Row, key, X));
     TRowPlace place = {Row, true};
     if (!(X - key(Row) >= kClearMargin && key(Row + 1) - X >= kClearMargin)) {
       place = FindRowAt(Row, Table.Count(), key, X);
