@@ -3,8 +3,6 @@
 #include <ZORBase/kernels/CurveLanes.h>
 #include <ZORBase/kernels/ExtendedLanes.h>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace ZORBase {

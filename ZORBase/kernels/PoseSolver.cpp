@@ -23,28 +23,26 @@ bool AreFitKnots(const double* U, std::size_t Last) {
   return areFit;
 }
 
-/// A step of the elimination, (P - A * Q) * Factor or P - A * Q. A step waits for the one before it; so it goes on with plain
-/// doubles, and whether they are what extended precision gives is seen beside it. They hardly ever are not.
+/// (P - A * Q) * Factor, or P - A * Q, by doubles; Wrong receives bits where extended precision gives something else. A step of the
+/// elimination waits for the one before it, so it goes on with these while they are looked at. They hardly ever are wrong.
 template <bool HasFactor>
-class TStep {
- public:
-  ZORBASE_BY_LANES_INLINE static __m256d Guess(__m256d P, __m256d A, __m256d Q, __m256d Factor, __m256d& Wrong) {
-    const __m256d product = A * Q;
-    const __m256d difference = P - product;
-    Wrong = _mm256_or_pd(
-        Wrong, _mm256_or_pd(_mm256_xor_pd(product, Product(A, Q)), _mm256_xor_pd(difference, Difference(P, product))));
-    if constexpr (!HasFactor) return difference;
-    const __m256d result = difference * Factor;
-    Wrong = _mm256_or_pd(Wrong, _mm256_xor_pd(result, Product(difference, Factor)));
-    return result;
-  }
+ZORBASE_BY_LANES_INLINE __m256d EliminatedByDoubles(__m256d P, __m256d A, __m256d Q, __m256d Factor, __m256d& Wrong) {
+  const __m256d product = A * Q;
+  const __m256d difference = P - product;
+  Wrong = _mm256_or_pd(
+      Wrong, _mm256_or_pd(_mm256_xor_pd(product, Product(A, Q)), _mm256_xor_pd(difference, Difference(P, product))));
+  if constexpr (!HasFactor) return difference;
+  const __m256d result = difference * Factor;
+  Wrong = _mm256_or_pd(Wrong, _mm256_xor_pd(result, Product(difference, Factor)));
+  return result;
+}
 
-  ZORBASE_BY_LANES_INLINE static __m256d Result(__m256d P, __m256d A, __m256d Q, __m256d Factor) {
-    const __m256d difference = Difference(P, Product(A, Q));
-    if constexpr (!HasFactor) return difference;
-    return Product(difference, Factor);
-  }
-};
+template <bool HasFactor>
+ZORBASE_BY_LANES_INLINE __m256d EliminatedExactly(__m256d P, __m256d A, __m256d Q, __m256d Factor) {
+  const __m256d difference = Difference(P, Product(A, Q));
+  if constexpr (!HasFactor) return difference;
+  return Product(difference, Factor);
+}
 
 struct TPoseLanes {
   __m256d Head;
@@ -60,15 +58,15 @@ ZORBASE_BY_LANES_INLINE void StorePose(double* P, const TPoseLanes& Pose) {
 
 template <bool HasFactor>
 ZORBASE_BY_LANES_INLINE TPoseLanes Eliminated(const TPoseLanes& P, double A, const TPoseLanes& Q, double Factor) {
-  using TThis = TStep<HasFactor>;
   const __m256d a = _mm256_set1_pd(A);
   const __m256d factor = _mm256_set1_pd(Factor);
   __m256d wrong = _mm256_setzero_pd();
-  const TPoseLanes guess = {TThis::Guess(P.Head, a, Q.Head, factor, wrong),
-                            TThis::Guess(P.Tail, a, Q.Tail, factor, wrong)};
+  const TPoseLanes result = {EliminatedByDoubles<HasFactor>(P.Head, a, Q.Head, factor, wrong),
+                             EliminatedByDoubles<HasFactor>(P.Tail, a, Q.Tail, factor, wrong)};
   if (_mm256_testz_si256(_mm256_castpd_si256(wrong), _mm256_castpd_si256(wrong))) [[likely]]
-    return guess;
-  return {TThis::Result(P.Head, a, Q.Head, factor), TThis::Result(P.Tail, a, Q.Tail, factor)};
+    return result;
+  return {EliminatedExactly<HasFactor>(P.Head, a, Q.Head, factor),
+          EliminatedExactly<HasFactor>(P.Tail, a, Q.Tail, factor)};
 }
 
 /// The basis values with the first three indices at the knots themselves, where the fourth one is 0. Lanes are knots.
