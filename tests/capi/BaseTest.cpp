@@ -1,27 +1,8 @@
 #include "capi/CapiTestSupport.h"
+#include "support/TestAllocator.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <limits>
-#include <new>
 #include <thread>
-
-namespace {
-
-// Lets the next allocations of this thread fail.
-thread_local bool MemoryIsGone = false;
-
-}  // namespace
-
-// Not inlined: GCC takes malloc and operator delete for a mismatched pair otherwise.
-[[gnu::noinline]] void* operator new(std::size_t Size) {
-  if (!MemoryIsGone) {
-    if (void* const memory = std::malloc(std::max<std::size_t>(Size, 1))) return memory;
-  }
-  throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void* Memory) noexcept { std::free(Memory); }
-[[gnu::noinline]] void operator delete(void* Memory, std::size_t) noexcept { std::free(Memory); }
 
 namespace ZORBase::Test {
 namespace {
@@ -102,16 +83,18 @@ TEST(ZorbaseStatus, WantOfMemoryHasItsOwnAndLeavesNoObject) {
   zorbase_poses* poses = nullptr;
   ASSERT_TRUE(Good(zorbase_poses_create(&poses)));
   zorbase_poses* none = poses;
-  MemoryIsGone = true;
-  const zorbase_status status = zorbase_poses_create(&none);
-  MemoryIsGone = false;
+  const zorbase_status status = [&] {
+    const TFailingAllocations failing;
+    return zorbase_poses_create(&none);
+  }();
   EXPECT_TRUE(Fails(status, ZORBASE_NO_MEMORY, "zorbase_poses_create: not enough memory"));
   EXPECT_EQ(none, nullptr);
 
   const zorbase_pose pose = {1, 2, 3, 0, 0, 1};
-  MemoryIsGone = true;
-  const zorbase_status appended = zorbase_poses_append(poses, &pose, 1);
-  MemoryIsGone = false;
+  const zorbase_status appended = [&] {
+    const TFailingAllocations failing;
+    return zorbase_poses_append(poses, &pose, 1);
+  }();
   EXPECT_TRUE(Fails(appended, ZORBASE_NO_MEMORY, HasSubstr("not enough memory")));
   std::size_t count = 9;
   EXPECT_TRUE(Good(zorbase_poses_get_all(poses, nullptr, 0, &count)));

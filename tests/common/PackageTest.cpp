@@ -2,6 +2,7 @@
 
 #include <ZORBase/ZORBase.h>
 
+#include "support/TestAllocator.h"
 #include "support/TestSupport.h"
 
 #if !defined(ZORBASE_STATIC)
@@ -9,36 +10,16 @@
 #endif
 
 #include <algorithm>
-#include <cstdlib>
 #include <new>
 #include <span>
 #include <string>
 #include <vector>
 
-namespace {
-
-// Lets the next allocations of this thread fail.
-thread_local bool MemoryIsGone = false;
-
-}  // namespace
-
-// Not inlined: GCC takes malloc and operator delete for a mismatched pair otherwise.
-[[gnu::noinline]] void* operator new(std::size_t Size) {
-  if (!MemoryIsGone) {
-    if (void* const memory = std::malloc(std::max<std::size_t>(Size, 1))) return memory;
-  }
-  throw std::bad_alloc();
-}
-[[gnu::noinline]] void* operator new(std::size_t Size, const std::nothrow_t&) noexcept {
-  return MemoryIsGone ? nullptr : std::malloc(std::max<std::size_t>(Size, 1));
-}
-[[gnu::noinline]] void operator delete(void* Memory) noexcept { std::free(Memory); }
-[[gnu::noinline]] void operator delete(void* Memory, std::size_t) noexcept { std::free(Memory); }
-
 namespace ZORBase {
 namespace {
 
 using Test::IsExactPose;
+using Test::TFailingAllocations;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::UnorderedElementsAreArray;
@@ -160,13 +141,12 @@ TEST(Package, AModuleThatTheHostStartedItselfOutlivesTheFinalize) {
 // The logger is the one thing that a start-up allocates.
 TEST(Package, AStartUpThatFailsPassesOnAndLeavesNothingStarted) {
   bool hasFailed = false;
-  MemoryIsGone = true;
   try {
+    const TFailingAllocations failing;
     Initialize();
   } catch (const std::bad_alloc&) {
     hasFailed = true;
   }
-  MemoryIsGone = false;
   EXPECT_TRUE(hasFailed);
   EXPECT_EQ(ZORLog(), nullptr);
   Initialize();
