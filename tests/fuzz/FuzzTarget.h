@@ -1,0 +1,98 @@
+// FuzzTarget: what the fuzz targets share. An input is a text; where a target takes numbers it is a row of words, so that seeds and
+// findings can be read and written by hand.
+//   ZORBASE_FUZZ_TARGET(Name) { ... Input ... }   a target; each has a source and a namespace of its own
+//   TFuzzInput                                    hands the words of the input out as numbers, counts, points and names
+//   Attempt                                       a call that may raise the general error, and nothing else
+//   Require                                       a law: where it does not hold, the program ends
+//   TFuzzFolder                                   a folder for the files of one input
+// A target is built twice: as a program of libFuzzer (preset fuzz), and into fuzz_corpus, which runs the inputs of tests/fuzz/corpus
+// once and is one of the ordinary tests.
+#pragma once
+
+#include <ZORBase/ZORGeometry/CADTypes6D/TPoint6DList.h>
+#include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/BaseServices/TList.h>
+#include <ZORBase/common/Cadtypes/TPoint2D.h>
+#include <ZORBase/common/Cadtypes/TPoint3D.h>
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZORBase::Test {
+
+class TFuzzInput {
+ public:
+  explicit TFuzzInput(std::string_view Text) : FText(Text) {}
+
+  std::string_view Text() const { return FText; }  ///< all of the input
+  bool AtEnd();                                    ///< whether no word is left
+  std::string_view Line();                         ///< what is left of the line; the words go on behind it
+  std::string_view Rest() const { return FText.substr(FPlace); }
+
+  std::string_view Word();                ///< the next word; "" at the end
+  double Number();                        ///< the next word as a number; 0 where it is none. Knows nan and inf.
+  int Int();                              ///< the next number as an int, clamped to its range; 0 for nan
+  int Count(int Limit);                   ///< a number from 0 to Limit
+  int Choice(int Count);                  ///< a number from 0 to Count - 1
+  std::vector<double> Numbers(int Most);  ///< the numbers up to the end, at most so many
+  TPoint2D Point2D();
+  TPoint3D Point3D();
+  TPoint6D Pose();
+  TPoint6DList Poses(int Most);  ///< as many as there is a whole word for
+
+ private:
+  std::string_view FText;
+  std::size_t FPlace = 0;
+};
+
+using TFuzzFunction = void (*)(TFuzzInput& Input);
+
+/// Enters a target under its name.
+struct TFuzzTarget {
+  TFuzzTarget(std::string_view Name, TFuzzFunction Function);
+};
+
+/// \return the target of this name, or the only one for ""; null where there is none.
+TFuzzFunction FindFuzzTarget(std::string_view Name);
+
+/// Runs the target on an input; ends the program for an exception that passes out of it.
+void RunFuzzTarget(TFuzzFunction Target, std::string_view Text);
+
+#define ZORBASE_FUZZ_TARGET(Name)                               \
+  static void Fuzz(ZORBase::Test::TFuzzInput& Input);           \
+  static const ZORBase::Test::TFuzzTarget kEntry(#Name, &Fuzz); \
+  static void Fuzz([[maybe_unused]] ZORBase::Test::TFuzzInput& Input)
+
+/// Ends the program with the text of the law unless it holds.
+void Require(bool Holds, std::string_view Law);
+
+/// \return whether the call came back without the general error. Any other exception passes on.
+template <class TCall>
+bool Attempt(TCall&& Call) {
+  try {
+    Call();
+  } catch (const TGeneralError& Error) {
+    Require(!std::string_view(Error.what()).empty(), "an error has a text");
+    return false;
+  }
+  return true;
+}
+
+/// One folder for the whole run, emptied for each input.
+class TFuzzFolder {
+ public:
+  TFuzzFolder();
+  TFuzzFolder(const TFuzzFolder&) = delete;
+  TFuzzFolder& operator=(const TFuzzFolder&) = delete;
+  /// \return the path of a file in the folder.
+  static std::string File(std::string_view Name);
+  static std::string Write(std::string_view Name, std::string_view Text);
+};
+
+/// \return whether the numbers are the same bits.
+bool SameBits(std::span<const double> A, std::span<const double> B);
+
+}  // namespace ZORBase::Test
