@@ -1,0 +1,70 @@
+#include "faults/FaultSupport.h"
+
+#include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <new>
+
+namespace ZORBase::Test {
+
+bool IsThorough() {
+  const char* const wish = std::getenv("ZORBASE_FAULTS");
+  return wish && std::string_view(wish) == "thorough";
+}
+
+void ReportRow(std::string_view Subject, std::int64_t Faults, std::string_view Outcome) {
+  const char* const name = std::getenv("ZORBASE_FAULT_REPORT");
+  if (name) std::ofstream(name, std::ios::app) << "| " << Subject << " | " << Faults << " | " << Outcome << " |\n";
+}
+
+TOutcome Outcome(const std::function<void()>& Action) {
+  try {
+    Action();
+    return TOutcome::Done;
+  } catch (const std::bad_alloc&) {
+    return TOutcome::NoMemory;
+  } catch (const TGeneralError&) {
+    return TOutcome::Refused;
+  } catch (...) {
+    return TOutcome::Other;
+  }
+}
+
+TChild::TChild(const std::function<int()>& Action) : FProcess(::fork()) {
+  if (FProcess != 0) return;
+  const rlimit none{0, 0};
+  ::setrlimit(RLIMIT_CORE, &none);
+  const int nowhere = ::open("/dev/null", O_WRONLY);
+  ::dup2(nowhere, STDOUT_FILENO);
+  ::dup2(nowhere, STDERR_FILENO);
+  int status = 1;
+  try {
+    status = Action();
+  } catch (...) {
+    status = 1;
+  }
+  ::_exit(status);
+}
+
+TChild::~TChild() {
+  if (FProcess <= 0) return;
+  Kill();
+  Wait();
+}
+
+void TChild::Kill() const { ::kill(FProcess, SIGKILL); }
+
+int TChild::Wait() {
+  int status = 0;
+  ::waitpid(FProcess, &status, 0);
+  FProcess = 0;
+  return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+}  // namespace ZORBase::Test

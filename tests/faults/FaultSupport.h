@@ -1,0 +1,46 @@
+// FaultSupport: what the tests of faults share.
+//   IsThorough, Pick     few rounds in the ordinary tests; with ZORBASE_FAULTS=thorough in the environment, as many as there can be
+//   ReportRow            a row of the table that evidence.sh prints, into the file that ZORBASE_FAULT_REPORT names
+//   TChild               a process of its own for what may end it
+//   TOutcome, Outcome    what became of a call
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace ZORBase::Test {
+
+bool IsThorough();
+
+/// \return Thorough where the run is thorough, otherwise Quick.
+inline int Pick(int Quick, int Thorough) { return IsThorough() ? Thorough : Quick; }
+
+/// Adds a row: what failed, how many times it was made to, and what was seen each time.
+void ReportRow(std::string_view Subject, std::int64_t Faults, std::string_view Outcome);
+
+enum class TOutcome { Done, NoMemory, Refused, Other };
+
+/// \return what became of Action: nothing raised, std::bad_alloc, the general error, or anything else.
+TOutcome Outcome(const std::function<void()>& Action);
+
+/// A child process that prints nothing and leaves no core. It does Action and ends with the status that Action returns.
+class TChild {
+ public:
+  explicit TChild(const std::function<int()>& Action);
+  ~TChild();
+  TChild(const TChild&) = delete;
+  TChild& operator=(const TChild&) = delete;
+
+  void Kill() const;
+  /// Waits for its end. \return its exit status; minus the signal that ended it.
+  int Wait();
+
+ private:
+  pid_t FProcess;
+};
+
+}  // namespace ZORBase::Test
