@@ -10,8 +10,6 @@
 namespace ZORBase::Test {
 namespace {
 
-constexpr std::string_view kOldText = "1.00000,2.00000,3.00000,0.00000,0.00000,1.00000\r\n";
-
 struct TManner {
   std::int64_t First;
   std::int64_t Many;
@@ -45,13 +43,14 @@ class TAllocationFault : public testing::Test {
   std::string FOutput = FFolder.File("out.txt");
 };
 
-// The C interface has a status for want of memory.
+// The C interface has a status for want of memory; that of a file's line has it in its text.
 TOutcome OutcomeOf(TScenario& Scenario) {
   return Outcome([&] {
     try {
       Scenario.Run();
     } catch (const TStatusError& Error) {
       if (Error.Status == ZORBASE_NO_MEMORY) throw std::bad_alloc();
+      if (Error.Status == ZORBASE_ERROR) RaiseGeneralError(zorbase_last_error());
       throw;
     }
   });

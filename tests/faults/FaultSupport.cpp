@@ -18,6 +18,8 @@ bool IsThorough() {
   return wish && std::string_view(wish) == "thorough";
 }
 
+bool TellsOfMemory(std::string_view Text) { return Text.find("std::bad_alloc") != std::string_view::npos; }
+
 void ReportRow(std::string_view Subject, std::int64_t Faults, std::string_view Outcome) {
   const char* const name = std::getenv("ZORBASE_FAULT_REPORT");
   if (name) std::ofstream(name, std::ios::app) << "| " << Subject << " | " << Faults << " | " << Outcome << " |\n";
@@ -29,8 +31,8 @@ TOutcome Outcome(const std::function<void()>& Action) {
     return TOutcome::Done;
   } catch (const std::bad_alloc&) {
     return TOutcome::NoMemory;
-  } catch (const TGeneralError&) {
-    return TOutcome::Refused;
+  } catch (const TGeneralError& Error) {
+    return TellsOfMemory(Error.what()) ? TOutcome::NoMemory : TOutcome::Refused;
   } catch (...) {
     return TOutcome::Other;
   }

@@ -2,6 +2,7 @@
 //   IsThorough, Pick     few rounds in the ordinary tests; with ZORBASE_FAULTS=thorough in the environment, as many as there can be
 //   ReportRow            a row of the table that evidence.sh prints, into the file that ZORBASE_FAULT_REPORT names
 //   TChild               a process of its own for what may end it
+//   kOldText             what stands in a file before
 //   TOutcome, Outcome    what became of a call
 #pragma once
 
@@ -22,9 +23,15 @@ inline int Pick(int Quick, int Thorough) { return IsThorough() ? Thorough : Quic
 /// Adds a row: what failed, how many times it was made to, and what was seen each time.
 void ReportRow(std::string_view Subject, std::int64_t Faults, std::string_view Outcome);
 
+/// What stands in a file before it is saved anew.
+inline constexpr std::string_view kOldText = "old\r\n";
+
+/// What became of a call: nothing was raised; std::bad_alloc, or a general error that passes it on, as that of a file's line does;
+/// another general error; or anything else.
 enum class TOutcome { Done, NoMemory, Refused, Other };
 
-/// \return what became of Action: nothing raised, std::bad_alloc, the general error, or anything else.
+bool TellsOfMemory(std::string_view Text);
+
 TOutcome Outcome(const std::function<void()>& Action);
 
 /// A child process that prints nothing and leaves no core. It does Action and ends with the status that Action returns.

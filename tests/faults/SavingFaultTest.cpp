@@ -69,8 +69,6 @@ std::vector<TSaving> Savings(int Count) {
   };
 }
 
-constexpr std::string_view kOldText = "old\r\n";
-
 class TSavingFault : public testing::Test {
  protected:
   // \return what Save writes when nothing fails.

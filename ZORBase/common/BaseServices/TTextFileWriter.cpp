@@ -49,8 +49,9 @@ std::string WithRandomSuffix(const std::string& FileName) {
 
 }  // namespace
 
-TTextFileWriter::TTextFileWriter(const std::string& FileName)
-    : FName(FileName), FTarget(EndOfLinks(FileName).string()), FFile(OwnedFile(nullptr)) {
+// The other constructor is done when this one begins, so that the destructor runs, and removes the file beside, whatever is raised.
+TTextFileWriter::TTextFileWriter(const std::string& FileName) : TTextFileWriter(nullptr, FileName) {
+  FTarget = EndOfLinks(FileName).string();
   std::error_code error;
   const fs::file_status status = fs::status(FTarget, error);
   if (!fs::status_known(status)) {

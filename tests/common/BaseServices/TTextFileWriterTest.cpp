@@ -1,6 +1,7 @@
 #include <ZORBase/common/BaseServices/TTextFileWriter.h>
 
 #include "support/SystemLimits.h"
+#include "support/TestAllocator.h"
 #include "support/TestSupport.h"
 
 #include <fcntl.h>
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <future>
 #include <memory>
+#include <new>
 #include <thread>
 
 namespace ZORBase {
@@ -19,6 +21,7 @@ namespace fs = std::filesystem;
 using namespace std::string_view_literals;
 using Test::FileText;
 using Test::RaisesGeneralError;
+using Test::TFailingAllocations;
 using Test::TFileSizeLimit;
 using Test::TIgnoredSignal;
 using Test::TScratchFolder;
@@ -244,6 +247,22 @@ TEST_F(TTextFileWriterTest, ADiskThatFillsUpAtTheEndLeavesTheOldFileAndNothingBe
   }
   EXPECT_EQ(FileText(FFile), "old");
   EXPECT_EQ(FFolder.Count(), 1U);
+}
+
+TEST_F(TTextFileWriterTest, WantOfMemoryWhileAnExistingFileIsOpenedLeavesNothingBesideIt) {
+  WriteFile(FFile, "old");
+  bool hasFailed = true;
+  for (int k = 1; hasFailed; ++k) {
+    hasFailed = false;
+    try {
+      const TFailingAllocations failing(k, 1);
+      const TTextFileWriter writer(FFile);
+    } catch (const std::bad_alloc&) {
+      hasFailed = true;
+    }
+    EXPECT_EQ(FFolder.Count(), 1U) << "allocation " << k;
+    EXPECT_EQ(FileText(FFile), "old");
+  }
 }
 
 TEST_F(TTextFileWriterTest, AfterAFullDiskTheSameNameCanBeSavedAgain) {

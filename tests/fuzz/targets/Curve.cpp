@@ -60,8 +60,9 @@ void CheckFit(const TNurbs6D& Curve, const TPoint6DList& Poses, std::span<const 
   const double length = Curve.CurveLength();
   Require(std::isfinite(length) && length > 0.0, "a fit has a length");
   for (const double place : Places) {
+    if (std::isnan(place)) continue;
     const double param = Curve.ParamOfLength(place);
-    Require(std::isnan(place) || (param >= 0.0 && param <= 1.0), "the parameter at a length is one of the curve");
+    Require(param >= 0.0 && param <= 1.0, "the parameter at a length is one of the curve");
   }
 }
 
