@@ -16,22 +16,11 @@ else
   echo "clang-tidy is not installed; scripts/lint.sh installs it and looks for mistakes with it."
 fi
 
-# The leak check stops its own program through ptrace, which a sandbox may forbid; the other checks need no permission.
-leak_check_works() {
-  local folder status=0
-  folder=$(mktemp -d)
-  echo 'int main() {}' >"$folder/probe.cpp"
-  clang++ -fsanitize=address "$folder/probe.cpp" -o "$folder/probe"
-  "$folder/probe" >/dev/null 2>&1 || status=$?
-  rm -r "$folder"
-  return $status
-}
-
 presets=("$@")
 [[ $# -gt 0 ]] || presets=(dev asan-ubsan)
 for preset in "${presets[@]}"; do
   printf '\n=== %s\n' "$preset"
-  if [[ $preset == asan-ubsan ]] && ! leak_check_works; then
+  if [[ $preset == asan-ubsan ]] && ! scripts/leak-check-works.sh; then
     echo "The leak check is not possible here; the sanitizers run without it."
     export ASAN_OPTIONS=detect_leaks=0
   fi

@@ -82,12 +82,7 @@ double TFuzzInput::Number() {
   return read.ec == std::errc() ? value : 0.0;
 }
 
-int TFuzzInput::Int() {
-  const double number = Number();
-  if (std::isnan(number)) return 0;
-  return static_cast<int>(std::clamp(number, static_cast<double>(std::numeric_limits<int>::min()),
-                                     static_cast<double>(std::numeric_limits<int>::max())));
-}
+int TFuzzInput::Int() { return AsInt(Number()); }
 
 int TFuzzInput::Count(int Limit) { return std::clamp(Int(), 0, Limit); }
 
@@ -122,6 +117,12 @@ TPoint6DList TFuzzInput::Poses(int Most) {
   TPoint6DList poses;
   while (poses.Count() < Most && !AtEnd()) poses.Add(Pose());
   return poses;
+}
+
+int AsInt(double Number) {
+  if (std::isnan(Number)) return 0;
+  return static_cast<int>(std::clamp(Number, static_cast<double>(std::numeric_limits<int>::min()),
+                                     static_cast<double>(std::numeric_limits<int>::max())));
 }
 
 // ---------------------------------------------------------------------------------------------- targets

@@ -2,6 +2,7 @@
 // findings can be read and written by hand.
 //   ZORBASE_FUZZ_TARGET(Name) { ... Input ... }   a target; each has a source and a namespace of its own
 //   TFuzzInput                                    hands the words of the input out as numbers, counts, points and names
+//   AsInt                                         any number as an int
 //   Attempt                                       a call that may raise the general error, and nothing else
 //   Require                                       a law: where it does not hold, the program ends
 //   TFuzzFolder                                   a folder for the files of one input
@@ -47,6 +48,9 @@ class TFuzzInput {
   std::string_view FText;
   std::size_t FPlace = 0;
 };
+
+/// \return the number clamped to the range of an int, without its fraction; 0 for nan.
+int AsInt(double Number);
 
 using TFuzzFunction = void (*)(TFuzzInput& Input);
 

@@ -4,7 +4,6 @@
 
 #include <ZORBase/ZORGeometry/NurbsGeometry.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -31,7 +30,7 @@ void AskForPlaces(const TCurve& Curve, std::span<const double> Places, const TPo
     Attempt([&] { Curve.CurveDerivsAlg1(place, derivatives); });
     Attempt([&] { Curve.Curvature(place); });
     Attempt([&] { Curve.ParamOfLength(Curve.GetSByU(place)); });
-    Attempt([&] { Curve.SpanBezier(static_cast<int>(std::clamp(place, -10.0, 100.0))); });
+    Attempt([&] { Curve.SpanBezier(AsInt(place)); });
   }
   Attempt([&] { Curve.EvalPoints(Places, points); });
   Attempt([&] { Curve.ClosestPoint(Point); });

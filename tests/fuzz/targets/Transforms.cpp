@@ -33,7 +33,7 @@ void UseMatrices(const TMatrix4D& M1, const TMatrix4D& M2, const TPoint3D& P, do
   Attempt([&] { M1.Matrix4DToEulerAngleZYX(); });
   Attempt([&] { M1.Matrix4DToVecAng(P, angle1); });
   Attempt([&] { M1.Matrix4DToVecAng(P, M2.GetTranslationPt(), angle1, angle2); });
-  Attempt([&] { M1.RoundTo(static_cast<int>(angle1 * 10)); });
+  Attempt([&] { M1.RoundTo(AsInt(t)); });
   Attempt([&] { MatrixAngle(M1, M2); });
   Attempt([&] { NLerp4DMatrix(t, M1, M2); });
   Attempt([&] { SLerp4DMatrix(t, M1, M2); });

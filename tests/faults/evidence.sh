@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Lets allocations, writes and whole processes fail at every place, and prints a section on what came of it. A quick form of the same
+# tests is among the ordinary ones. Builds in build/faults; fails when a test fails.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+
+build=build/faults
+rows=$PWD/$build/rows
+{
+  scripts/install-packages.sh build test
+  cmake --preset dev -B "$build" -DZORBASE_EXAMPLES=OFF
+  cmake --build "$build" --target fault_tests
+  rm -f "$rows"
+  ZORBASE_FAULTS=thorough ZORBASE_FAULT_REPORT=$rows "$build/tests/fault_tests"
+} >&2
+
+printf '## Faults\n\n`tests/faults/evidence.sh`: every allocation of a task fails, once alone and once with all behind it; the task is\n'
+printf 'then done again on the same objects, and gives the same numbers. Writes fail where a file ends at a limit; processes end by\n'
+printf 'such a write, or are killed while they save.\n\n'
+printf '| what fails | times | outcome, every time |\n|---|--:|---|\n'
+cat "$rows"
