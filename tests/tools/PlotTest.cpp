@@ -15,6 +15,7 @@ using Test::IsDone;
 using Test::RefusesInput;
 using Test::RefusesUsage;
 using Test::SampleFile;
+using Test::Shell;
 using Test::TRun;
 using Test::TRunManner;
 using Test::TScratchFolder;
@@ -143,6 +144,17 @@ TEST(ZorPlot, AGnuplotThatEndsAtOnceIsAnErrorToo) {
   const TRun run = PlotWith(folder, {"fit", SampleFile("swept-plane.poses.txt")}, "p.png");
   EXPECT_THAT(run, EndsWith(1, HasSubstr("gnuplot could not draw")));
   EXPECT_FALSE(std::filesystem::exists(folder.File("p.png")));
+}
+
+// gnuplot does not look whether what it prints arrives.
+TEST(ZorPlot, AFullDiskMakesAnErrorAndNotHalfAPicture) {
+  const TScratchFolder folder;
+  MakeGnuplot(folder, "cat > /dev/null\nhead -c 300000 /dev/zero 2> /dev/null\nexit 0\n");
+  const std::string picture = folder.File("p.svg");
+  const TRun run = Shell("trap '' XFSZ; ulimit -f 128; PATH='" + folder.File("bin") + "':$PATH; zor info '" +
+                         SampleFile(kSample) + "' --plot '" + picture + "'");
+  EXPECT_THAT(run, EndsWith(1, "zor info: Cannot write file \"" + picture + "\". File too large\n"));
+  EXPECT_EQ(folder.Count(), 1U);
 }
 
 TEST(ZorPlot, DrawsAllThreeReports) {

@@ -11,7 +11,6 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 
 extern "C" char** environ;  // NOLINT(readability-redundant-declaration): not every system declares it
@@ -24,31 +23,23 @@ constexpr std::string_view kPng = ".png";
 constexpr auto kMissing =
     "--plot needs gnuplot, which was not found. Install it (Debian: apt install gnuplot-nox), or leave --plot away.";
 
-// A program that ends early must not end this one by SIGPIPE.
-class TSigPipeIgnored {
- public:
-  TSigPipeIgnored() : FBefore(std::signal(SIGPIPE, SIG_IGN)) {}
-  ~TSigPipeIgnored() { std::signal(SIGPIPE, FBefore); }
-  TSigPipeIgnored(const TSigPipeIgnored&) = delete;
-  TSigPipeIgnored& operator=(const TSigPipeIgnored&) = delete;
-
- private:
-  void (*FBefore)(int);
-};
-
 [[noreturn]] void RaiseSystemError(const std::string& What) { RaiseGeneralError(What + ". " + LastFileError()); }
 
-// A file without a name, for what the other program prints.
-TFileHandle Unnamed() {
+// A file without a name that holds Text, to be read from its start.
+TFileHandle Unnamed(std::string_view Text = {}) {
+  errno = 0;
   TFileHandle file = OwnedFile(std::tmpfile());
-  if (!file) RaiseSystemError("Cannot make a temporary file");
+  if (!file || std::fwrite(Text.data(), 1, Text.size(), file.get()) != Text.size() || std::fflush(file.get()) != 0) {
+    RaiseSystemError("Cannot make a temporary file");
+  }
+  std::rewind(file.get());
   return file;
 }
 
+// What is left in a file or a pipe.
 std::string Contents(std::FILE* File) {
   std::string text;
   std::array<char, 1 << 16U> block{};
-  std::rewind(File);
   while (const std::size_t got = std::fread(block.data(), 1, block.size(), File)) text.append(block.data(), got);
   return text;
 }
@@ -64,25 +55,25 @@ std::string LastWords(std::string_view Text) {
   return std::string(Text);
 }
 
-// A running gnuplot that reads its script from a pipe and prints into two files.
+// A running gnuplot that reads its script from one file and complains into another. It draws into a pipe: of a file it would not
+// notice that the disk is full, and be content with half a picture.
 class TGnuplot {
  public:
-  TGnuplot(std::FILE* Output, std::FILE* Errors) {
+  TGnuplot(std::FILE* Script, std::FILE* Errors) {
     std::array<int, 2> ends{};
-    if (::pipe(ends.data()) != 0) RaiseSystemError("Cannot make a pipe to gnuplot");
+    if (::pipe(ends.data()) != 0) RaiseSystemError("Cannot make a pipe from gnuplot");
     for (const int end : ends) ::fcntl(end, F_SETFD, FD_CLOEXEC);
-    const int status = Spawn(ends[0], ::fileno(Output), ::fileno(Errors));
-    ::close(ends[0]);
-    FScript = OwnedFile(::fdopen(ends[1], "w"));
+    const int status = Spawn(::fileno(Script), ends[1], ::fileno(Errors));
+    ::close(ends[1]);
+    FPicture = OwnedFile(::fdopen(ends[0], "r"));
     if (status == ENOENT) RaiseGeneralError(kMissing);
     errno = status;
     if (status != 0) RaiseSystemError("Cannot start gnuplot");
   }
 
-  // \return whether gnuplot was content.
-  bool Run(const std::string& Script) {
-    std::fwrite(Script.data(), 1, Script.size(), FScript.get());
-    FScript.reset();
+  // \return whether gnuplot was content; Picture becomes what it drew.
+  bool Run(std::string& Picture) {
+    Picture = Contents(FPicture.get());
     int status = 0;
     while (::waitpid(FProcess, &status, 0) < 0 && errno == EINTR) {
     }
@@ -104,7 +95,7 @@ class TGnuplot {
     return status;
   }
 
-  TFileHandle FScript = OwnedFile(nullptr);
+  TFileHandle FPicture = OwnedFile(nullptr);
   pid_t FProcess = 0;
 };
 
@@ -122,15 +113,15 @@ std::string Terminal(std::string_view FileName, const TPlotSize& Size) {
 bool IsPictureName(std::string_view FileName) { return FileName.ends_with(kSvg) || FileName.ends_with(kPng); }
 
 void SavePlot(const std::string& Script, const TPlotSize& Size, const std::string& FileName) {
-  const TSigPipeIgnored ignored;
-  const TFileHandle picture = Unnamed();
+  const TFileHandle script = Unnamed("set encoding utf8\n" + Terminal(FileName, Size) + Script);
   const TFileHandle errors = Unnamed();
-  TGnuplot gnuplot(picture.get(), errors.get());
-  if (!gnuplot.Run("set encoding utf8\n" + Terminal(FileName, Size) + Script)) {
+  std::string picture;
+  if (!TGnuplot(script.get(), errors.get()).Run(picture)) {
+    std::rewind(errors.get());
     RaiseGeneralError("gnuplot could not draw " + FileName + ". It says: " + LastWords(Contents(errors.get())));
   }
   TTextFileWriter file = OpenOutput(FileName);
-  file.Write(Contents(picture.get()));
+  file.Write(picture);
   file.Commit();
 }
 

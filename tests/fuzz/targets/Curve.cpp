@@ -12,13 +12,23 @@ namespace {
 
 constexpr int kMostPoses = 64;
 
-// A table has a row per 0.03 of length, 64 million at most. Here it stays small, for the sake of speed.
+// A table has a row per 0.03 of length, 64 million at most. Here it stays small, for the sake of speed; what is far too long is
+// refused anyway.
 constexpr double kLongest = 1000.0;
+constexpr double kFarTooLong = 1e20;
 
-double SumOfChords(std::span<const TPoint6D> Poses) {
+// The sum of what is finite: other parts are refused.
+double RoughLength(std::span<const TPoint6D> Poses) {
   double sum = 0.0;
-  for (std::size_t i = 1; i < Poses.size(); ++i) sum += (Poses[i] - Poses[i - 1]).Mag();
+  for (std::size_t i = 1; i < Poses.size(); ++i) {
+    for (const double part : (Poses[i] - Poses[i - 1]).ToArray()) sum += std::isfinite(part) ? std::fabs(part) : 0.0;
+  }
   return sum;
+}
+
+bool TakesLong(std::span<const TPoint6D> Poses) {
+  const double length = RoughLength(Poses);
+  return length > kLongest && length < kFarTooLong;
 }
 
 template <class TCurve, class TPoint>
@@ -73,7 +83,7 @@ TList<TPoint2D> InThePlane(const TPoint6DList& Poses) {
 
 void Fit(TFuzzInput& Input, TParalizeMethod Method, std::span<const double> Places) {
   const TPoint6DList poses = Input.Poses(kMostPoses);
-  if (SumOfChords(poses) > kLongest) return;
+  if (TakesLong(poses)) return;
   const TPoint6D somewhere = poses.size() == 0 ? TPoint6D() : poses.Last() * 0.5;
   TNurbs6D curve;
   bool isFitted = false;
@@ -89,7 +99,7 @@ void TakeControlPoints(TFuzzInput& Input, std::span<const double> Places) {
   const std::vector<double> knots = Input.Numbers(Input.Count(kMostPoses + 4));
   const int count = Input.Int();
   const TPoint6DList points = Input.Poses(kMostPoses);
-  if (SumOfChords(points) > kLongest) return;
+  if (TakesLong(points)) return;
   TNurbs6D curve;
   Attempt([&] { curve.CreateByCtlPoints(knots, points, count); });
   Use(curve, Places, TPoint6D());
