@@ -30,7 +30,7 @@ struct TNumberEntry {
 };
 
 template <class TValue, class TValues>
-void ExpectAnAnswer(const std::vector<TNumberEntry<TValue>>& Entries, const TValues& Values) {
+void ExpectAnAnswer(const char* Subject, const std::vector<TNumberEntry<TValue>>& Entries, const TValues& Values) {
   for (const auto& entry : Entries) {
     for (const TValue value : Values) {
       const TAllocationCount count;
@@ -40,6 +40,8 @@ void ExpectAnAnswer(const std::vector<TNumberEntry<TValue>>& Entries, const TVal
       EXPECT_LE(peak, kMemoryLimit) << entry.Name << " of " << value;
     }
   }
+  ReportRow(std::string("bad input: ") + Subject, static_cast<std::int64_t>(Entries.size() * Values.size()),
+            "a result or the general error, in less than 64 MiB");
 }
 
 // ---------------------------------------------------------------------------------------------- what the entries work on
@@ -249,13 +251,17 @@ TNumberEntries CommonEntries() {
 }
 
 TEST(BadNumbers, OfPosesAndRotationsGiveAResultOrTheGeneralErrorInLittleMemory) {
-  ExpectAnAnswer(PoseEntries(), kBadNumbers);
+  ExpectAnAnswer("poses and rotations", PoseEntries(), kBadNumbers);
 }
-TEST(BadNumbers, OfCurvesGiveAResultOrTheGeneralErrorInLittleMemory) { ExpectAnAnswer(CurveEntries(), kBadNumbers); }
+TEST(BadNumbers, OfCurvesGiveAResultOrTheGeneralErrorInLittleMemory) {
+  ExpectAnAnswer("curves", CurveEntries(), kBadNumbers);
+}
 TEST(BadNumbers, OfSolversAndSignalsGiveAResultOrTheGeneralErrorInLittleMemory) {
-  ExpectAnAnswer(SolverEntries(), kBadNumbers);
+  ExpectAnAnswer("solvers and signals", SolverEntries(), kBadNumbers);
 }
-TEST(BadNumbers, OfTheBaseGiveAResultOrTheGeneralErrorInLittleMemory) { ExpectAnAnswer(CommonEntries(), kBadNumbers); }
+TEST(BadNumbers, OfTheBaseGiveAResultOrTheGeneralErrorInLittleMemory) {
+  ExpectAnAnswer("base", CommonEntries(), kBadNumbers);
+}
 
 // ---------------------------------------------------------------------------------------------- counts and indices
 
@@ -326,7 +332,7 @@ TEST(BadCounts, GiveAResultOrTheGeneralErrorInLittleMemory) {
          AppendFixed(text, 0.1, n % 1000);
        }},
   };
-  ExpectAnAnswer(entries, kBadCounts);
+  ExpectAnAnswer("counts", entries, kBadCounts);
 }
 
 TEST(BadCounts, NothingAtAllGivesAResultOrTheGeneralError) {
@@ -354,7 +360,7 @@ TEST(BadCounts, NothingAtAllGivesAResultOrTheGeneralError) {
       {"TPoint6D::Parse1033", [](int) { TPoint6D::Parse1033(""); }},
       {"TPoint6DList::LoadFromFile", [](int) { TPoint6DList().LoadFromFile(""); }},
   };
-  ExpectAnAnswer(entries, std::array{0});
+  ExpectAnAnswer("nothing at all", entries, std::array{0});
 }
 
 }  // namespace

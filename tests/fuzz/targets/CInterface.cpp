@@ -15,6 +15,10 @@ constexpr int kMostCalls = 40;
 constexpr int kMostItems = 32;
 constexpr double kLargestPart = 50.0;  // of a pose that is fitted: a table has a row per 0.03 of length
 
+// The design of a filter takes as many sines as their product.
+constexpr int kLongestFilter = 1000;
+constexpr double kHighestFrequency = 1000.0;
+
 void Check(zorbase_status Status) {
   Require(Status >= ZORBASE_OK && Status < ZORBASE_UNEXPECTED, "a status is one of the known ones");
   Require((Status == ZORBASE_OK) == (std::strlen(zorbase_last_error()) == 0), "a failure has a text, a success none");
@@ -177,9 +181,9 @@ void MakeFilter(TFuzzInput& Input, TObjects& Objects) {
   zorbase_filter_settings settings{};
   settings.size = sizeof settings;
   settings.kind = Input.Int();
-  settings.order = std::min(Input.Int(), 10'000);
-  settings.sample_frequency = Input.Number();
-  settings.cutoff_frequency = std::max(Input.Number(), settings.sample_frequency / 10'000.0);
+  settings.order = std::min(Input.Int(), kLongestFilter);
+  settings.sample_frequency = std::min(Input.Number(), kHighestFrequency);
+  settings.cutoff_frequency = std::max(Input.Number(), settings.sample_frequency / kLongestFilter);
   settings.initial_value = Input.Number();
   zorbase_filter_destroy(Objects.Filter);
   Check(zorbase_filter_create(&settings, &Objects.Filter));

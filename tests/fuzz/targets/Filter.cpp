@@ -11,8 +11,15 @@ namespace {
 
 constexpr int kMostSamples = 300;
 
-// A filter may have a million coefficients, and RandomTimeFilt a million results at once. Here both stay fewer, for speed.
-constexpr int kLongestFilter = 20'001;
+// A design may take 2^24 sines, and RandomTimeFilt a million results at once. Here both stay fewer, for speed, but for sample
+// frequencies that nobody has.
+constexpr double kMostSines = 1e5;
+constexpr double kImpossible = 1e100;
+
+// The attenuation table has a row at least every 5 up to a third of the sample frequency.
+bool TakesLong(const TBaseLowPassFilter& Filter) {
+  return Filter.N() * (Filter.fs() / 15.0 + 20.0) > kMostSines && Filter.fs() < kImpossible;
+}
 
 std::unique_ptr<TBaseLowPassFilter> MakeFilter(int Kind, int Order) {
   if (Kind == 3) return std::make_unique<TAverageLowPassFilter>();
@@ -29,7 +36,7 @@ bool IsDesigned(TBaseLowPassFilter& Filter, double Fs, double Fc, double First) 
     Filter.SetFsample(Fs);
     Filter.SetFcenter(Fc);
     Filter.CalN();
-    if (Filter.N() > kLongestFilter) RaiseGeneralError("too long for this");
+    if (TakesLong(Filter)) RaiseGeneralError("too long for this");
     Filter.Initialize(First);
   });
 }
