@@ -170,7 +170,7 @@ TEST_F(TSavingFault, AProcessThatIsKilledWhileItSavesAgainAndAgainLeavesOneOfThe
   shorter.SaveToFile(FFile, 4);
   EXPECT_EQ(FileText(FFile), shortText);
   ReportRow("process killed while it saves", kills,
-            "a whole file each time, the newer one in " + std::to_string(longOnes) + " of them");
+            "one of the two files, whole; the longer one in " + std::to_string(longOnes) + " of them");
 }
 
 #if defined(ZORBASE_HAS_TOOLS)
