@@ -45,6 +45,14 @@ bool IsConcave(TSextic D) {
   return IsConvex(D);
 }
 
+// Whether the coefficients, and with them the polynomial, fall all the way, each by more than Noise.
+bool IsFalling(const TSextic& D, double Noise) {
+  for (std::size_t i = 0; i + 1 < D.size(); ++i) {
+    if (!(D[i] - D[i + 1] > Noise)) return false;
+  }
+  return true;
+}
+
 // |C - Point|^2 over a span: coefficient k is the mean of the products b[i] . b[j], i + j = k, weighted with binomials.
 template <class TPoint>
 TSextic SquaredDistance(std::array<TPoint, 4> B, const TPoint& Point) {
@@ -76,10 +84,11 @@ class TSearch {
     if (*smallest - noise > FReached) return;
     const double middle = 0.5 * (From + To);
     if (*largest - *smallest <= noise || To - From < kNarrowest || IsConcave(D)) {
-      Try(From);  // the smaller end of a hill, or of what is flat as far as doubles can tell
-      Try(To);
+      TryEnds(From, To);  // the smaller end of a hill, or of what is flat as far as doubles can tell
     } else if (IsConvex(D)) {
       Try(StationaryPlace(From, To));
+    } else if (IsFalling(D, noise) || IsFalling(Mirrored(D), noise)) {
+      TryEnds(From, To);  // around an inflection, where rounding hides which way it is bent, however short the piece
     } else {
       Visit(From, middle, FirstHalf(D));
       Visit(middle, To, Mirrored(FirstHalf(Mirrored(D))));
@@ -87,6 +96,11 @@ class TSearch {
   }
 
  private:
+  void TryEnds(double From, double To) {
+    Try(From);
+    Try(To);
+  }
+
   // Halving stops here: what is left is a single place as far as doubles can tell.
   static constexpr double kNarrowest = 1e-14;
 
