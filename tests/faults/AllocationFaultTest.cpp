@@ -18,9 +18,9 @@ struct TManner {
 class TAllocationFault : public testing::Test {
  protected:
   TAllocationFault() {
-    std::string text = FileText(SampleFile("swept-plane.poses.txt"));
-    if (!IsThorough()) text.resize(text.find("\n", text.size() / 60) + 1);
-    WriteFile(FInput, text);
+    constexpr std::size_t kFewLines = 1000;  // in bytes, about
+    const std::string path = FileText(SampleFile("swept-plane.poses.txt"));
+    WriteFile(FInput, IsThorough() ? path : path.substr(0, path.find('\n', kFewLines) + 1));
   }
 
   std::unique_ptr<TScenario> Make(const TScenarioKind& Kind) const { return Kind.Make(FInput, FOutput); }

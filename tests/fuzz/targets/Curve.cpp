@@ -14,7 +14,7 @@ constexpr int kMostPoses = 64;
 
 // A table has a row per 0.03 of length, 64 million at most. Here it stays small, for the sake of speed; what is far too long is
 // refused anyway.
-constexpr double kLongest = 1000.0;
+constexpr double kLongest = 100.0;
 constexpr double kFarTooLong = 1e20;
 
 // The sum of what is finite: other parts are refused.
