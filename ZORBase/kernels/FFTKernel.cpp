@@ -1,5 +1,6 @@
 #include <ZORBase/kernels/FFTKernel.h>
 
+#include <ZORBase/kernels/Lanes.h>
 #include <ZORBase/kernels/TargetClones.h>
 
 #include <algorithm>
@@ -11,17 +12,17 @@
 namespace ZORBase::FFTKernel {
 namespace {
 
-// Columns that are worked on side by side: a cache line of doubles.
-constexpr std::size_t kLanes = 8;
+// Columns that are worked on side by side: a cache line of samples.
+constexpr std::size_t kColumns = 8;
 
 // Shorter transforms are done as the definition says: they have no eight columns of eight.
-constexpr std::size_t kShortest = kLanes * 8;
+constexpr std::size_t kShortest = kColumns * 8;
 
-// A block that is done stage by stage: 16 bytes times this fits into the first-level cache.
-constexpr std::size_t kSmallBlock = 2048;
+// A block that is done stage by stage: with its factors, 32 bytes times this fit into the first-level cache.
+constexpr std::size_t kSmallBlock = 1024;
 
-// From this length on the work arrays are larger than the second-level cache.
-constexpr std::size_t kLong = std::size_t{1} << 17;
+// From this length on the work space is larger than the second-level cache.
+constexpr std::size_t kLong = std::size_t{1} << 16;
 
 // Stages whose factors are kept for good.
 constexpr int kKeptStages = 20;
@@ -31,21 +32,12 @@ constexpr int kKeptStages = 20;
 // Every second factor is one of the stage before.
 TTwiddles MakeTwiddles(int Stage, const TTwiddles* Before) {
   const std::size_t size = std::size_t{1} << (Stage - 1);
-  TTwiddles twiddles{AllocateDoubles(2 * size)};
-  double* const re = twiddles.Values.get();
-  double* const im = re + size;
+  TTwiddles twiddles(size);
   for (std::size_t r = 0; r < size; ++r) {
-    if (Before != nullptr && r % 2 == 0) {
-      re[r] = Before->Re[r / 2];
-      im[r] = Before->Im[r / 2];
-    } else {
-      const double a = 2.0 * std::numbers::pi * static_cast<double>(r) / static_cast<double>(2 * size);
-      re[r] = std::cos(a);
-      im[r] = -std::sin(a);
-    }
+    const double a = 2.0 * std::numbers::pi * static_cast<double>(r) / static_cast<double>(2 * size);
+    const bool isKnown = Before != nullptr && r % 2 == 0;
+    twiddles.Set(r, isKnown ? Before->Get(r / 2) : TComplex{std::cos(a), -std::sin(a)});
   }
-  twiddles.Re = re;
-  twiddles.Im = im;
   return twiddles;
 }
 
@@ -70,51 +62,72 @@ constexpr auto kKeptTwiddles = ListOfKeptTwiddles(std::make_index_sequence<kKept
 
 // ---------------------------------------------------------------------------------------------- the passes
 
-ZORBASE_INLINE void Butterfly(TComplex& A, TComplex& B, const TComplex& W) {
-  const TComplex t = B * W;
+// Four complex numbers.
+struct TFour {
+  TLanes Re;
+  TLanes Im;
+};
+
+static_assert(TGroups::kGroup == kLanes);
+
+ZORBASE_INLINE TFour LoadFour(const double* From) { return {Load(From), Load(From + kLanes)}; }
+
+ZORBASE_INLINE void StoreFour(double* To, const TFour& X) {
+  Store(To, X.Re);
+  Store(To + kLanes, X.Im);
+}
+
+ZORBASE_INLINE TFour SplatFour(const TComplex& X) { return {Splat(X.real), Splat(X.imag)}; }
+
+ZORBASE_INLINE TFour operator*(const TFour& A, const TFour& B) {
+  return {A.Re * B.Re - A.Im * B.Im, A.Re * B.Im + A.Im * B.Re};
+}
+ZORBASE_INLINE TFour operator+(const TFour& A, const TFour& B) { return {A.Re + B.Re, A.Im + B.Im}; }
+ZORBASE_INLINE TFour operator-(const TFour& A, const TFour& B) { return {A.Re - B.Re, A.Im - B.Im}; }
+
+// Of numbers or of fours.
+template <class T>
+ZORBASE_INLINE void Butterfly(T& A, T& B, const T& W) {
+  const T t = B * W;
   B = A - t;
   A = A + t;
 }
 
-// The butterfly of two real samples with W = (1, -0), whose product with B is (B + 0, -0 B + 0): not just (B, 0) where
+// The butterfly of real samples with W = (1, -0), whose product with B is (B + 0, -0 B + 0): not just (B, 0) where
 // B is a negative zero or not finite. Its imaginary part is 0 or NaN, hence also that of the sum and the difference.
-ZORBASE_INLINE void FirstButterfly(double A, double B, TComplex& Sum, TComplex& Difference) {
-  const TComplex t{B + 0.0, B * -0.0 + 0.0};
-  Sum = {A + t.real, t.imag};
-  Difference = {A - t.real, t.imag};
+ZORBASE_INLINE void FirstButterfly(const TLanes& A, const TLanes& B, TFour& Sum, TFour& Difference) {
+  const TLanes zero = Splat(0.0);
+  const TFour t{B + zero, B * Splat(-0.0) + zero};
+  Sum = {A + t.Re, t.Im};
+  Difference = {A - t.Re, t.Im};
 }
 
-// Stages 1 to 3 of eight columns. The column i has the samples In[i + t Stride], t = 0..7, taken in the order of
-// reversed bits; its results t = 0..7, neighbours in the work array, come to Re[8 t + i] and Im[8 t + i].
+// Stages 1 to 3 of four columns. The column i has the samples In[i + t Stride], t = 0..7, taken in the order of
+// reversed bits; its results t = 0..7 come to To + i Step.
 // W: the factor of stage 1, also the first of stages 2 and 3; the second of stage 2; the other three of stage 3.
-ZORBASE_INLINE void EightColumns(const double* In, std::size_t Stride, const TComplex (&W)[5], double* Re, double* Im) {
-  ZORBASE_INDEPENDENT
-  for (std::size_t i = 0; i < kLanes; ++i) {
-    const double* const in = In + i;
-    TComplex x0, x1, x2, x3, x4, x5, x6, x7;
-    FirstButterfly(in[0], in[4 * Stride], x0, x1);
-    FirstButterfly(in[2 * Stride], in[6 * Stride], x2, x3);
-    FirstButterfly(in[Stride], in[5 * Stride], x4, x5);
-    FirstButterfly(in[3 * Stride], in[7 * Stride], x6, x7);
-    Butterfly(x0, x2, W[0]);
-    Butterfly(x1, x3, W[1]);
-    Butterfly(x4, x6, W[0]);
-    Butterfly(x5, x7, W[1]);
-    Butterfly(x0, x4, W[0]);
-    Butterfly(x1, x5, W[2]);
-    Butterfly(x2, x6, W[3]);
-    Butterfly(x3, x7, W[4]);
-    double* const re = Re + i;
-    double* const im = Im + i;
-    re[0] = x0.real, re[8] = x1.real, re[16] = x2.real, re[24] = x3.real;
-    re[32] = x4.real, re[40] = x5.real, re[48] = x6.real, re[56] = x7.real;
-    im[0] = x0.imag, im[8] = x1.imag, im[16] = x2.imag, im[24] = x3.imag;
-    im[32] = x4.imag, im[40] = x5.imag, im[48] = x6.imag, im[56] = x7.imag;
+ZORBASE_INLINE void FourColumns(const double* In, std::size_t Stride, const TComplex (&W)[5], double* const (&To)[4]) {
+  TFour x[8];
+  FirstButterfly(Load(In), Load(In + 4 * Stride), x[0], x[1]);
+  FirstButterfly(Load(In + 2 * Stride), Load(In + 6 * Stride), x[2], x[3]);
+  FirstButterfly(Load(In + Stride), Load(In + 5 * Stride), x[4], x[5]);
+  FirstButterfly(Load(In + 3 * Stride), Load(In + 7 * Stride), x[6], x[7]);
+  Butterfly(x[0], x[2], SplatFour(W[0]));
+  Butterfly(x[1], x[3], SplatFour(W[1]));
+  Butterfly(x[4], x[6], SplatFour(W[0]));
+  Butterfly(x[5], x[7], SplatFour(W[1]));
+  Butterfly(x[0], x[4], SplatFour(W[0]));
+  Butterfly(x[1], x[5], SplatFour(W[2]));
+  Butterfly(x[2], x[6], SplatFour(W[3]));
+  Butterfly(x[3], x[7], SplatFour(W[4]));
+  ZORBASE_UNROLL
+  for (std::size_t half = 0; half < 2; ++half) {
+    TFour* const group = x + kLanes * half;
+    Transpose(group[0].Re, group[1].Re, group[2].Re, group[3].Re);
+    Transpose(group[0].Im, group[1].Im, group[2].Im, group[3].Im);
+    ZORBASE_UNROLL
+    for (std::size_t i = 0; i < kLanes; ++i) StoreFour(To[i] + 2 * kLanes * half, group[i]);
   }
 }
-
-// The bits of 0..7 reversed.
-constexpr std::size_t kReversed[kLanes] = {0, 4, 2, 6, 1, 5, 3, 7};
 
 // Adds 1 to the number whose bits, reversed, are Reversed; Count, a power of two, is the count of such numbers.
 ZORBASE_INLINE void AdvanceReversed(std::size_t& Reversed, std::size_t Count) {
@@ -127,103 +140,92 @@ ZORBASE_INLINE void AdvanceReversed(std::size_t& Reversed, std::size_t Count) {
 }
 
 // The reordering and the stages 1 to 3 of N samples, N >= 64. Eight columns come as one line from each of eight places
-// and go as one line to each of eight others. Those jump through memory, so in a long array they are asked for ahead.
+// and go as two lines to each of eight others. Those jump through memory, so in a long array they are asked for ahead.
 ZORBASE_TARGET_CLONES
-void FirstThreeStages(const double* In, std::size_t N, const TComplex (&W)[5], double* Re, double* Im) {
+void FirstThreeStages(const double* In, std::size_t N, const TComplex (&W)[5], double* Out) {
+  constexpr std::size_t kPlace = 2 * 8;  // numbers of a column's results
   const std::size_t stride = N / 8;
-  const std::size_t blocks = stride / kLanes;
-  alignas(64) double re[8 * kLanes];
-  alignas(64) double im[8 * kLanes];
+  const std::size_t blocks = stride / kColumns;
   std::size_t reversed = 0;
   for (std::size_t block = 0; block < blocks; ++block) {
     std::size_t next = reversed;
     AdvanceReversed(next, blocks);
     if (N >= kLong) {
-      for (std::size_t i = 0; i < kLanes; ++i) ZORBASE_PREFETCH(Re + 8 * (i * blocks + next));
-      for (std::size_t i = 0; i < kLanes; ++i) ZORBASE_PREFETCH(Im + 8 * (i * blocks + next));
+      for (std::size_t i = 0; i < kColumns; ++i) {
+        double* const place = Out + kPlace * (i * blocks + next);
+        ZORBASE_PREFETCH(place);
+        ZORBASE_PREFETCH(place + kPlace / 2);
+      }
     }
-    EightColumns(In + kLanes * block, stride, W, re, im);
-    for (std::size_t i = 0; i < kLanes; ++i) {
-      const std::size_t to = 8 * (kReversed[i] * blocks + reversed);
-      for (std::size_t t = 0; t < 8; ++t) Re[to + t] = re[kLanes * t + i];
-      for (std::size_t t = 0; t < 8; ++t) Im[to + t] = im[kLanes * t + i];
-    }
+    // The columns 0..7 go to the places whose bits are theirs reversed: 0, 4, 2, 6, 1, 5, 3, 7.
+    const std::size_t apart = kPlace * blocks;
+    double* const first = Out + kPlace * reversed;
+    double* const second = first + apart;
+    const double* const in = In + kColumns * block;
+    FourColumns(in, stride, W, {first, first + 4 * apart, first + 2 * apart, first + 6 * apart});
+    FourColumns(in + kLanes, stride, W, {second, second + 4 * apart, second + 2 * apart, second + 6 * apart});
     reversed = next;
   }
 }
 
 // The stage that joins halves of H to blocks of 2 H, over Size numbers. H is a multiple of 8.
 ZORBASE_TARGET_CLONES
-void OneStage(double* Re, double* Im, std::size_t Size, std::size_t H, const TTwiddles& Twiddles) {
-  const double* const wRe = Twiddles.Re;
-  const double* const wIm = Twiddles.Im;
-  for (std::size_t base = 0; base < Size; base += 2 * H) {
-    double* const re = Re + base;
-    double* const im = Im + base;
-    ZORBASE_INDEPENDENT
-    for (std::size_t r = 0; r < H; ++r) {
-      TComplex a{re[r], im[r]};
-      TComplex b{re[r + H], im[r + H]};
-      Butterfly(a, b, {wRe[r], wIm[r]});
-      re[r] = a.real, im[r] = a.imag;
-      re[r + H] = b.real, im[r + H] = b.imag;
+void OneStage(double* Numbers, std::size_t Size, std::size_t H, const double* W) {
+  for (double* block = Numbers; block != Numbers + 2 * Size; block += 4 * H) {
+    for (std::size_t i = 0; i < 2 * H; i += 2 * kLanes) {
+      TFour a = LoadFour(block + i);
+      TFour b = LoadFour(block + i + 2 * H);
+      Butterfly(a, b, LoadFour(W + i));
+      StoreFour(block + i, a);
+      StoreFour(block + i + 2 * H, b);
     }
   }
 }
 
 // The two stages that join quarters of H to blocks of 4 H, over Size numbers. H is a multiple of 8.
 ZORBASE_TARGET_CLONES
-void TwoStages(double* Re, double* Im, std::size_t Size, std::size_t H, const TTwiddles& First,
-               const TTwiddles& Second) {
-  const double* const w1Re = First.Re;
-  const double* const w1Im = First.Im;
-  const double* const w2Re = Second.Re;
-  const double* const w2Im = Second.Im;
-  for (std::size_t base = 0; base < Size; base += 4 * H) {
-    double* const re = Re + base;
-    double* const im = Im + base;
-    ZORBASE_INDEPENDENT
-    for (std::size_t r = 0; r < H; ++r) {
-      TComplex a{re[r], im[r]};
-      TComplex b{re[r + H], im[r + H]};
-      TComplex c{re[r + 2 * H], im[r + 2 * H]};
-      TComplex d{re[r + 3 * H], im[r + 3 * H]};
-      const TComplex w1{w1Re[r], w1Im[r]};
+void TwoStages(double* Numbers, std::size_t Size, std::size_t H, const double* W1, const double* W2) {
+  for (double* block = Numbers; block != Numbers + 2 * Size; block += 8 * H) {
+    for (std::size_t i = 0; i < 2 * H; i += 2 * kLanes) {
+      TFour a = LoadFour(block + i);
+      TFour b = LoadFour(block + i + 2 * H);
+      TFour c = LoadFour(block + i + 4 * H);
+      TFour d = LoadFour(block + i + 6 * H);
+      const TFour w1 = LoadFour(W1 + i);
       Butterfly(a, b, w1);
       Butterfly(c, d, w1);
-      Butterfly(a, c, {w2Re[r], w2Im[r]});
-      Butterfly(b, d, {w2Re[r + H], w2Im[r + H]});
-      re[r] = a.real, im[r] = a.imag;
-      re[r + H] = b.real, im[r + H] = b.imag;
-      re[r + 2 * H] = c.real, im[r + 2 * H] = c.imag;
-      re[r + 3 * H] = d.real, im[r + 3 * H] = d.imag;
+      Butterfly(a, c, LoadFour(W2 + i));
+      Butterfly(b, d, LoadFour(W2 + i + 2 * H));
+      StoreFour(block + i, a);
+      StoreFour(block + i + 2 * H, b);
+      StoreFour(block + i + 4 * H, c);
+      StoreFour(block + i + 6 * H, d);
     }
   }
 }
 
-// The last two stages; the sums of the second one are the lower half of the result.
-ZORBASE_TARGET_CLONES
-void LastTwoStages(const double* Re, const double* Im, std::size_t H, const TTwiddles& First, const TTwiddles& Second,
-                   TComplex* Spectrum) {
-  const double* const w1Re = First.Re;
-  const double* const w1Im = First.Im;
-  const double* const w2Re = Second.Re;
-  const double* const w2Im = Second.Im;
-  ZORBASE_INDEPENDENT
-  for (std::size_t r = 0; r < H; ++r) {
-    TComplex a{Re[r], Im[r]};
-    TComplex b{Re[r + H], Im[r + H]};
-    TComplex c{Re[r + 2 * H], Im[r + 2 * H]};
-    TComplex d{Re[r + 3 * H], Im[r + 3 * H]};
-    const TComplex w1{w1Re[r], w1Im[r]};
-    Butterfly(a, b, w1);
-    Butterfly(c, d, w1);
-    Spectrum[r] = a + c * TComplex{w2Re[r], w2Im[r]};
-    Spectrum[r + H] = b + d * TComplex{w2Re[r + H], w2Im[r + H]};
-  }
+// Real and imaginary parts take turns.
+ZORBASE_INLINE void StoreInTurns(TComplex* To, const TFour& X) {
+  double* const to = &To->real;
+  StoreInterleaved(to, X.Re, X.Im);
 }
 
-TComplex Factor(const TTwiddles& Twiddles, std::size_t Index) { return {Twiddles.Re[Index], Twiddles.Im[Index]}; }
+// The last two stages; the sums of the second one are the lower half of the result.
+ZORBASE_TARGET_CLONES
+void LastTwoStages(const double* Numbers, std::size_t H, const double* W1, const double* W2, TComplex* Spectrum) {
+  for (std::size_t r = 0; r < H; r += kLanes) {
+    const std::size_t i = 2 * r;
+    TFour a = LoadFour(Numbers + i);
+    TFour b = LoadFour(Numbers + i + 2 * H);
+    TFour c = LoadFour(Numbers + i + 4 * H);
+    TFour d = LoadFour(Numbers + i + 6 * H);
+    const TFour w1 = LoadFour(W1 + i);
+    Butterfly(a, b, w1);
+    Butterfly(c, d, w1);
+    StoreInTurns(Spectrum + r, a + c * LoadFour(W2 + i));
+    StoreInTurns(Spectrum + r + H, b + d * LoadFour(W2 + i + 2 * H));
+  }
+}
 
 }  // namespace
 
@@ -237,7 +239,7 @@ TPlan::TPlan(std::size_t N) : FN(N), FStages(std::countr_zero(N)) {
     FOwnTwiddles.push_back(MakeTwiddles(stage, FTwiddles[s - 1]));
     FTwiddles[s] = &FOwnTwiddles.back();
   }
-  if (N >= kShortest) FWork = AllocateDoubles(2 * N);
+  if (N >= kShortest) FWork = TGroups(N);
 }
 
 void TPlan::TransformReal(std::span<const double> Samples, std::span<TComplex> Spectrum) noexcept {
@@ -246,14 +248,12 @@ void TPlan::TransformReal(std::span<const double> Samples, std::span<TComplex> S
     return;
   }
   const auto last = static_cast<std::size_t>(FStages);
-  const TComplex w[5] = {Factor(*FTwiddles[1], 0), Factor(*FTwiddles[2], 1), Factor(*FTwiddles[3], 1),
-                         Factor(*FTwiddles[3], 2), Factor(*FTwiddles[3], 3)};
-  double* const re = FWork.get();
-  double* const im = re + FN;
-  FirstThreeStages(Samples.data(), FN, w, re, im);
+  const TComplex w[5] = {FTwiddles[1]->Get(0), FTwiddles[2]->Get(1), FTwiddles[3]->Get(1), FTwiddles[3]->Get(2),
+                         FTwiddles[3]->Get(3)};
+  FirstThreeStages(Samples.data(), FN, w, FWork.Parts());
   const std::size_t quarter = FN / 4;
-  for (std::size_t i = 0; i < FN; i += quarter) FinishBlock(re + i, im + i, quarter);
-  LastTwoStages(re, im, quarter, *FTwiddles[last - 1], *FTwiddles[last], Spectrum.data());
+  for (std::size_t i = 0; i < FN; i += quarter) FinishBlock(FWork.Parts(i), quarter);
+  LastTwoStages(FWork.Parts(), quarter, FTwiddles[last - 1]->Parts(), FTwiddles[last]->Parts(), Spectrum.data());
 }
 
 // The definition itself.
@@ -266,7 +266,7 @@ void TPlan::TransformShort(std::span<const double> Samples, std::span<TComplex> 
   for (int stage = 1; stage <= FStages; ++stage) {
     const std::size_t h = std::size_t{1} << (stage - 1);
     for (std::size_t r = 0; r < h; ++r) {
-      const TComplex w = Factor(*FTwiddles[static_cast<std::size_t>(stage)], r);
+      const TComplex w = FTwiddles[static_cast<std::size_t>(stage)]->Get(r);
       for (std::size_t k = r; k < FN; k += 2 * h) Butterfly(x[k], x[k + h], w);
     }
   }
@@ -274,26 +274,26 @@ void TPlan::TransformShort(std::span<const double> Samples, std::span<TComplex> 
 }
 
 // The stages from 4 on that stay inside a block of Size numbers, 16 or more; those of its quarters first.
-void TPlan::FinishBlock(double* Re, double* Im, std::size_t Size) const noexcept {
+void TPlan::FinishBlock(double* Block, std::size_t Size) const noexcept {
   if (Size <= kSmallBlock) {
-    FinishSmallBlock(Re, Im, Size);
+    FinishSmallBlock(Block, Size);
     return;
   }
   const std::size_t quarter = Size / 4;
-  for (std::size_t i = 0; i < Size; i += quarter) FinishBlock(Re + i, Im + i, quarter);
+  for (std::size_t i = 0; i < Size; i += quarter) FinishBlock(Block + TGroups::PlaceOf(i), quarter);
   const auto stage = static_cast<std::size_t>(std::countr_zero(Size));
-  TwoStages(Re, Im, Size, quarter, *FTwiddles[stage - 1], *FTwiddles[stage]);
+  TwoStages(Block, Size, quarter, FTwiddles[stage - 1]->Parts(), FTwiddles[stage]->Parts());
 }
 
 // One stage where their number is odd, then two at a time.
-void TPlan::FinishSmallBlock(double* Re, double* Im, std::size_t Size) const noexcept {
+void TPlan::FinishSmallBlock(double* Block, std::size_t Size) const noexcept {
   std::size_t stage = 4;
   if (std::countr_zero(Size) % 2 == 0) {
-    OneStage(Re, Im, Size, 8, *FTwiddles[stage]);
+    OneStage(Block, Size, 8, FTwiddles[stage]->Parts());
     ++stage;
   }
   for (std::size_t h = std::size_t{1} << (stage - 1); h < Size; h *= 4, stage += 2) {
-    TwoStages(Re, Im, Size, h, *FTwiddles[stage], *FTwiddles[stage + 1]);
+    TwoStages(Block, Size, h, FTwiddles[stage]->Parts(), FTwiddles[stage + 1]->Parts());
   }
 }
 

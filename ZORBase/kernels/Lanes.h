@@ -3,6 +3,7 @@
 //   Load, Store, Splat   from memory at any address, to it, and one number four times
 //   + - * /              lane by lane, each rounded on its own
 //   Transpose            rows and columns of 4 x 4 numbers
+//   StoreInterleaved     to memory, the lanes of two in turns
 // To be included by kernel sources only: everything is inlined into the clone of a function that uses it, so no vector is
 // ever passed in a call, whose form would depend on the instruction set.
 #pragma once
@@ -54,6 +55,11 @@ ZORBASE_INLINE void Transpose(TLanes& A, TLanes& B, TLanes& C, TLanes& D) {
   D = __builtin_shufflevector(oddAB, oddCD, 2, 3, 6, 7);
 }
 
+ZORBASE_INLINE void StoreInterleaved(double* To, const TLanes& A, const TLanes& B) {
+  Store(To, __builtin_shufflevector(A, B, 0, 4, 1, 5));
+  Store(To + kLanes, __builtin_shufflevector(A, B, 2, 6, 3, 7));
+}
+
 #else
 
 struct TLanes {
@@ -94,6 +100,13 @@ ZORBASE_INLINE void Transpose(TLanes& A, TLanes& B, TLanes& C, TLanes& D) {
       rows[i]->Items[j] = rows[j]->Items[i];
       rows[j]->Items[i] = item;
     }
+  }
+}
+
+ZORBASE_INLINE void StoreInterleaved(double* To, const TLanes& A, const TLanes& B) {
+  for (std::size_t i = 0; i < kLanes; ++i) {
+    To[2 * i] = A.Items[i];
+    To[2 * i + 1] = B.Items[i];
   }
 }
 
