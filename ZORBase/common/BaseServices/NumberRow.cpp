@@ -1,6 +1,7 @@
 #include <ZORBase/common/BaseServices/NumberRow.h>
 
 #include <ZORBase/common/BaseServices/PlainDecimal.h>
+#include <ZORBase/common/BaseServices/PlainRow.h>
 #include <ZORBase/common/BaseServices/TDelimitedText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 
@@ -14,20 +15,7 @@ namespace {
 std::string ReadRow(std::string_view Text, std::span<double> Values, TNumberForm Form) {
   TDelimitedText items(Text);
   bool isThere = items.Next();
-
-  // Items of the common form, as far as they go. The divisions come at the end, side by side: they take long.
-  constexpr std::size_t kMaxPlain = 64;
-  std::array<double, kMaxPlain> divisors;
-  const std::size_t limit = Form == nf1033 ? std::min(Values.size(), kMaxPlain) : 0;
   std::size_t count = 0;
-  for (PlainDecimal::TQuotient quotient; isThere && count < limit; isThere = items.Next(), ++count) {
-    const std::string_view item = items.Item();
-    if (!PlainDecimal::TryReadPlain(item.data(), item.data() + item.size(), quotient)) break;
-    Values[count] = quotient.Numerator;
-    divisors[count] = quotient.Divisor;
-  }
-  for (std::size_t i = 0; i < count; ++i) Values[i] /= divisors[i];
-
   std::string firstError;
   for (; isThere; isThere = items.Next(), ++count) {
     if (count >= Values.size() || !firstError.empty()) continue;
@@ -63,6 +51,7 @@ void AppendNumberRow(std::string& Text, std::span<const double> Values, int Deci
 }
 
 void ParseNumberRow(std::string_view Text, std::span<double> Values, TNumberForm Form, std::string_view TypeName) {
+  if (Form == nf1033 && PlainDecimal::TryReadPlainRow(Text.data(), Text.data() + Text.size(), Values)) return;
   std::string reason;
   try {
     reason = ReadRow(Text, Values, Form);

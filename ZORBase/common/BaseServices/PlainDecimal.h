@@ -82,18 +82,24 @@ struct TTwoWords {
 
 #if defined(ZORBASE_HAS_SSE2)
 
-/// Turns digits into numbers, by way of pairs and fours. \return false where a byte is none of 0..9.
-inline bool TryNumbersOf(const TTwoWords& Digits, TTwoWords& Numbers) {
-  const __m128i ones =
-      _mm_set_epi64x(static_cast<std::int64_t>(Digits.Second), static_cast<std::int64_t>(Digits.First));
-  const __m128i isDigit = _mm_cmpeq_epi8(_mm_min_epu8(ones, _mm_set1_epi8(9)), ones);
-  const __m128i tens = _mm_mullo_epi16(_mm_and_si128(ones, _mm_set1_epi16(0xFF)), _mm_set1_epi16(10));
-  const __m128i pairs = _mm_add_epi16(tens, _mm_srli_epi16(ones, 8));
+/// Turns sixteen digits, the first one lowest, into two numbers, by way of pairs and fours: the two lowest 32-bit lanes of
+/// Numbers. \return false where a byte is none of 0..9.
+inline bool TryNumbersOf(__m128i Digits, __m128i& Numbers) {
+  const __m128i isDigit = _mm_cmpeq_epi8(_mm_min_epu8(Digits, _mm_set1_epi8(9)), Digits);
+  const __m128i tens = _mm_mullo_epi16(_mm_and_si128(Digits, _mm_set1_epi16(0xFF)), _mm_set1_epi16(10));
+  const __m128i pairs = _mm_add_epi16(tens, _mm_srli_epi16(Digits, 8));
   const __m128i fours = _mm_madd_epi16(pairs, _mm_set1_epi32(1 << 16 | 100));
-  const __m128i eights = _mm_madd_epi16(_mm_packs_epi32(fours, fours), _mm_set1_epi32(1 << 16 | 10'000));
-  const auto both = static_cast<std::uint64_t>(_mm_cvtsi128_si64(eights));
-  Numbers = {both & 0xFFFF'FFFFU, both >> 32U};
+  Numbers = _mm_madd_epi16(_mm_packs_epi32(fours, fours), _mm_set1_epi32(1 << 16 | 10'000));
   return _mm_movemask_epi8(isDigit) == 0xFFFF;
+}
+
+inline bool TryNumbersOf(const TTwoWords& Digits, TTwoWords& Numbers) {
+  __m128i numbers;
+  const bool areDigits = TryNumbersOf(
+      _mm_set_epi64x(static_cast<std::int64_t>(Digits.Second), static_cast<std::int64_t>(Digits.First)), numbers);
+  const auto both = static_cast<std::uint64_t>(_mm_cvtsi128_si64(numbers));
+  Numbers = {both & 0xFFFF'FFFFU, both >> 32U};
+  return areDigits;
 }
 
 /// Turns numbers into digits. Fours are cut off by a product with 2^45 / 10000, pairs and digits by one with 2^19 / 100 and
