@@ -4,8 +4,10 @@
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <ZORBase/common/Cadtypes/ArcCos.h>
 #include <ZORBase/common/Cadtypes/fEqual.h>
+#include <ZORBase/kernels/TargetClones.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <string_view>
@@ -22,19 +24,28 @@ constexpr double kSafeMagnitude = 1e-5;
 double ClampedToUnit(double t) { return t < 0.0 ? 0.0 : t > 1.0 ? 1.0 : t; }
 
 // q or -q, whichever lies on the side that the sign of its dot product tells; q itself on neither. Without a branch: nobody
-// can predict it.
-TQuaternion Aligned(const TQuaternion& q, double Dot) { return q * (Dot < 0.0 ? -1.0 : 1.0); }
+// can predict it, and compilers make one of a choice between two numbers.
+TQuaternion Aligned(const TQuaternion& q, double Dot) {
+  constexpr std::array<double, 2> kSigns = {1.0, -1.0};
+  return q * kSigns[Dot < 0.0 ? 1 : 0];
+}
 
 TQuaternion Aligned(const TQuaternion& q, const TQuaternion& Reference) { return Aligned(q, Reference.DotMul(q)); }
 
-// The arc to q from a quaternion that it is aligned with. Dot is their product up to its sign, which alignment takes away.
-double ArcTo(const TQuaternion& q, double Dot) {
-  const double c = std::fabs(Dot) > 1.0 ? 1.0 : std::fabs(Dot);
+// What ArcCos says of the cosine c, and more.
+[[noreturn]] ZORBASE_NOINLINE void RaiseNoArc(const TQuaternion& q, double c) {
   try {
-    return ArcCos(c);
+    RaiseNoCosine(c);
   } catch (const TGeneralError& Error) {
     RaiseGeneralError(Error.what() + Format1033("%.6f %.6f %.6f %.6f %.8f %d", q.a, q.b, q.c, q.d, c, c > 1.0 ? 1 : 0));
   }
+}
+
+// The arc to q from a quaternion that it is aligned with. Dot is their product up to its sign, which alignment takes away.
+ZORBASE_INLINE double ArcTo(const TQuaternion& q, double Dot) {
+  const double c = std::fabs(Dot) > 1.0 ? 1.0 : std::fabs(Dot);
+  if (std::isnan(c)) RaiseNoArc(q, c);  // every other one is a cosine
+  return ArcCos(c);
 }
 
 TQuaternion QuaternionOf(const TMatrix4D& m) {
@@ -79,7 +90,7 @@ class TSLerp {
 
   TQuaternion At(double t) const {
     const double weight = ClampedToUnit(t);
-    if (IsShort()) return TNLerp(FFrom, FTo).At(weight);
+    if (IsShort()) return Short(weight);
     const double w1 = std::sin((1.0 - weight) * FAngle) / FSine;
     const double w2 = std::sin(weight * FAngle) / FSine;
     return FFrom * w1 + FTo * w2;
@@ -92,6 +103,8 @@ class TSLerp {
       : FFrom(q1), FTo(Aligned(q2, Dot)), FAngle(ArcTo(FTo, Dot)), FSine(std::sin(FAngle)) {}
 
   bool IsShort() const { return fEqual(FAngle, 0.0, kShortArc); }
+  // Out of the way of the common case.
+  ZORBASE_NOINLINE TQuaternion Short(double Weight) const { return TNLerp(FFrom, FTo).At(Weight); }
 
   TQuaternion FFrom;
   TQuaternion FTo;
