@@ -36,13 +36,13 @@ inline TBlock LastOnes(std::size_t Count) {
   return LoadBlock(kZerosThenOnes.data() + Count);
 }
 
-/// \return the length of the item at Item, up to a comma or End; 16 or more where there is neither within 16 characters. The
-/// 16 characters before End are there to be loaded, and Item is at most End + 1, which gives 0.
-inline std::size_t ItemLength(const char* Item, const char* End) {
-  const char* const block = std::min(Item, End - kBlockSize);
+/// \return the length of the item that begins at Place of a text of Size >= 16 characters, up to a comma or the end of the text;
+/// 16 or more where there is neither within 16 characters. Place is at most Size + 1, which gives 0.
+inline std::size_t ItemLength(const char* Text, std::size_t Size, std::size_t Place) {
+  const std::size_t block = std::min(Place, Size - kBlockSize);
   constexpr std::uint32_t kBehind = ~std::uint32_t{0} << kBlockSize;
-  const std::uint32_t ends = (PlacesOf(LoadBlock(block), ',') | kBehind) >> static_cast<unsigned>(Item - block);
-  return static_cast<std::size_t>(std::countr_zero(ends));
+  return static_cast<std::size_t>(
+      std::countr_zero((PlacesOf(LoadBlock(Text + block), ',') | kBehind) >> (Place - block)));
 }
 
 /// The powers of ten to divide by, and their negatives.
@@ -89,19 +89,20 @@ inline bool TryReadBlock(TBlock Block, std::size_t Length, bool IsNegative, doub
 /// "-" and up to 15 digits, or up to 14 with a point; 15 characters in all.
 /// \return false, with Values in no settled state, for every other text.
 inline bool TryReadPlainRow(const char* Begin, const char* End, std::span<double> Values) {
-  if (End - Begin < static_cast<std::ptrdiff_t>(kBlockSize)) return false;
-  const char* item = Begin;
+  const auto size = static_cast<std::size_t>(End - Begin);
+  if (size < kBlockSize) return false;
+  std::size_t place = 0;
   for (double& value : Values) {
-    const std::size_t length = ItemLength(item, End);
+    const std::size_t length = ItemLength(Begin, size, place);
     if (length == 0 || length >= kBlockSize) return false;
-    const char* const end = item + length;
-    const bool isNegative = *item == '-';
+    const bool isNegative = Begin[place] == '-';
+    place += length;
     const std::size_t magnitudeLength = length - (isNegative ? 1 : 0);
-    if (magnitudeLength == 0 || !TryReadBlock(BlockBefore(Begin, end), magnitudeLength, isNegative, value))
-      return false;
-    item = end + 1;
+    const TBlock block = BlockBefore(Begin, Begin + place);
+    if (magnitudeLength == 0 || !TryReadBlock(block, magnitudeLength, isNegative, value)) return false;
+    ++place;
   }
-  return item == End + 1;
+  return place == size + 1;
 }
 
 #else
