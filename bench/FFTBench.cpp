@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <random>
@@ -33,6 +34,13 @@ std::vector<double> Noise(std::int64_t N) {
 
 void CountSamples(benchmark::State& State) { State.SetItemsProcessed(State.iterations() * State.range(0)); }
 
+// Ten for each of N / 2 butterflies in each of log2 N stages.
+void CountOperations(benchmark::State& State) {
+  const auto count = static_cast<double>(State.range(0));
+  State.counters["flops"] = benchmark::Counter(5.0 * count * std::log2(count) * static_cast<double>(State.iterations()),
+                                               benchmark::Counter::kIsRate);
+}
+
 // The same object again and again: factors and result arrays are there already.
 void CalFFT(benchmark::State& State) {
   const std::vector<double> samples = Noise(State.range(0));
@@ -42,6 +50,7 @@ void CalFFT(benchmark::State& State) {
     benchmark::DoNotOptimize(fft.Spectrum().data());
   }
   CountSamples(State);
+  CountOperations(State);
 }
 
 // A length that has to be padded.

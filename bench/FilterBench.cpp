@@ -69,11 +69,19 @@ void OneByOne(benchmark::State& State, TFilter& Filter) {
   });
 }
 
+// A product and a sum for each tap.
+void CountOperations(benchmark::State& State) {
+  const double operations = 2.0 * static_cast<double>(State.range(0)) * static_cast<double>(Samples().size());
+  State.counters["flops"] =
+      benchmark::Counter(operations * static_cast<double>(State.iterations()), benchmark::Counter::kIsRate);
+}
+
 template <class TFilter>
 void FilterOneByOne(benchmark::State& State) {
   TFilter filter;
   Design(filter, static_cast<int>(State.range(0)));
   OneByOne(State, filter);
+  CountOperations(State);
 }
 
 template <class TFilter>
@@ -81,6 +89,7 @@ void FilterSpan(benchmark::State& State) {
   TFilter filter;
   Design(filter, static_cast<int>(State.range(0)));
   Run(State, [&](const std::vector<double>& Samples, std::vector<double>& Results) { filter.Filt(Samples, Results); });
+  CountOperations(State);
 }
 
 using ZORBase::TAverageLowPassFilter;

@@ -11,9 +11,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "FirstTransform.h"
 
 namespace {
 
@@ -108,6 +111,9 @@ class TRatioReporter : public benchmark::ConsoleReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 4 && std::string(argv[1]) == ZORBase::Bench::kFirstTransform) {
+    return ZORBase::Bench::RunFirstTransform(argv[2], std::atoi(argv[3]));
+  }
   // What is given on the command line comes later and wins.
   std::array defaults = {
       std::string("--benchmark_repetitions=9"),

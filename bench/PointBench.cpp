@@ -24,8 +24,11 @@
 namespace ZORBase::Bench {
 namespace {
 
-// Enough that no branch is learnt by heart, and few enough to stay in the second-level cache.
+// Few enough to stay in the second-level cache.
 constexpr std::size_t kItems = 2048;
+
+// Enough that no processor learns by heart which way their branches go.
+constexpr std::size_t kManyItems = 65536;
 
 double Number() {
   static std::mt19937_64 random(1);
@@ -50,9 +53,9 @@ void Pairwise(benchmark::State& State, const std::vector<TA>& As, const std::vec
 }
 
 template <class T, class TMake>
-std::vector<T> Many(TMake&& Make) {
+std::vector<T> Many(TMake&& Make, std::size_t Count = kItems) {
   std::vector<T> items;
-  for (std::size_t i = 0; i < kItems; ++i) items.push_back(Make());
+  for (std::size_t i = 0; i < Count; ++i) items.push_back(Make());
   return items;
 }
 
@@ -135,6 +138,7 @@ void Transforms(benchmark::State& State, TMake&& Make, TWork&& Work) {
     benchmark::ClobberMemory();
   }
   State.SetItemsProcessed(State.iterations() * State.range(0));
+  State.SetBytesProcessed(State.iterations() * State.range(0) * static_cast<std::int64_t>(sizeof(TPoint)));
 }
 
 void TransformLibrary(benchmark::State& State) {
@@ -199,9 +203,9 @@ BENCHMARK(TransformGlm)->Name("Points transformed:/glm")->Arg(10'000)->Arg(1'000
 
 // The angle between neighbours is that of a path, well above none.
 void SLerp(benchmark::State& State) {
-  const auto from = Many<TQuaternion>(UnitQuaternion);
-  const auto to = Many<TQuaternion>(UnitQuaternion);
-  std::vector<TQuaternion> results(kItems);
+  const auto from = Many<TQuaternion>(UnitQuaternion, kManyItems);
+  const auto to = Many<TQuaternion>(UnitQuaternion, kManyItems);
+  std::vector<TQuaternion> results(kManyItems);
   Pairwise(State, from, to, results,
            [](const TQuaternion& A, const TQuaternion& B) { return SLerpQuaternion(0.3, A, B); });
 }
@@ -233,9 +237,9 @@ Eigen::Quaterniond EigenQuaternion() {
 }
 
 void SLerpEigen(benchmark::State& State) {
-  const auto from = Many<Eigen::Quaterniond>(EigenQuaternion);
-  const auto to = Many<Eigen::Quaterniond>(EigenQuaternion);
-  std::vector<Eigen::Quaterniond> results(kItems);
+  const auto from = Many<Eigen::Quaterniond>(EigenQuaternion, kManyItems);
+  const auto to = Many<Eigen::Quaterniond>(EigenQuaternion, kManyItems);
+  std::vector<Eigen::Quaterniond> results(kManyItems);
   Pairwise(State, from, to, results,
            [](const Eigen::Quaterniond& A, const Eigen::Quaterniond& B) { return A.slerp(0.3, B); });
 }
@@ -266,9 +270,9 @@ glm::dquat GlmQuaternion() {
 }
 
 void SLerpGlm(benchmark::State& State) {
-  const auto from = Many<glm::dquat>(GlmQuaternion);
-  const auto to = Many<glm::dquat>(GlmQuaternion);
-  std::vector<glm::dquat> results(kItems);
+  const auto from = Many<glm::dquat>(GlmQuaternion, kManyItems);
+  const auto to = Many<glm::dquat>(GlmQuaternion, kManyItems);
+  std::vector<glm::dquat> results(kManyItems);
   Pairwise(State, from, to, results, [](const glm::dquat& A, const glm::dquat& B) { return glm::slerp(A, B, 0.3); });
 }
 

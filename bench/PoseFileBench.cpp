@@ -5,6 +5,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -57,6 +58,10 @@ TStdFile Open(const TScratchFile& File, const char* Mode) {
   return {std::fopen(File.Name().c_str(), Mode), std::fclose};
 }
 
+void CountBytes(benchmark::State& State, const TScratchFile& File) {
+  State.SetBytesProcessed(State.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(File.Name())));
+}
+
 // ---------------------------------------------------------------------------------------------- loading
 
 void LoadLibrary(benchmark::State& State) {
@@ -67,6 +72,7 @@ void LoadLibrary(benchmark::State& State) {
     poses.LoadFromFile(file.Name());
     if (poses.Count() != kPoses) State.SkipWithError("poses are missing");
   }
+  CountBytes(State, file);
 }
 
 // The whole file at once, then number after number.
@@ -119,6 +125,7 @@ void SaveLibrary(benchmark::State& State) {
   const TScratchFile file;
   const TPoint6DList path = Path();
   for (auto _ : State) path.SaveToFile(file.Name(), kDecimals);
+  CountBytes(State, file);
 }
 
 // Number after number into a block, block after block into the file.

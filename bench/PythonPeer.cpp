@@ -2,25 +2,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <array>
-#include <cstddef>
-#include <cstdio>
 #include <nlohmann/json.hpp>
+
+#include "OutputOf.h"
 
 namespace ZORBase::Bench {
 
 #ifdef ZORBASE_BENCH_PYTHON
 namespace {
-
-std::string OutputOf(const std::string& Command) {
-  std::string output;
-  FILE* const pipe = popen(Command.c_str(), "r");
-  if (pipe == nullptr) return output;
-  std::array<char, 4096> block{};
-  while (const std::size_t count = std::fread(block.data(), 1, block.size(), pipe)) output.append(block.data(), count);
-  pclose(pipe);
-  return output;
-}
 
 void Run(benchmark::State& State, const std::string& Command) {
   std::int64_t items = 0;

@@ -1,12 +1,11 @@
 #!/usr/bin/env python3
-"""Measures a kernel of NumPy or SciPy on one thread; prints the processor time of a pass, the median of several, and its items.
+"""Measures a kernel of NumPy or SciPy on one thread; prints the processor time of a pass behind a first one, and its items.
 
 usage: peers.py KERNEL SIZE
 """
 import atexit
 import json
 import os
-import statistics
 import sys
 import tempfile
 import time
@@ -16,8 +15,6 @@ for variable in ("OMP_NUM_THREADS", "OPENBLAS_NUM_THREADS"):
 
 import numpy as np
 from scipy import interpolate
-
-PASSES = 5
 
 
 def path(count):
@@ -81,12 +78,9 @@ KERNELS = {"surface_heights": surface_heights, "evaluate_rising": evaluate_risin
 def main():
     items, work = KERNELS[sys.argv[1]](int(sys.argv[2]))
     work()
-    seconds = []
-    for _ in range(PASSES):
-        start = time.process_time()
-        work()
-        seconds.append(time.process_time() - start)
-    print(json.dumps({"seconds": statistics.median(seconds), "items": items}))
+    start = time.process_time()
+    work()
+    print(json.dumps({"seconds": time.process_time() - start, "items": items}))
 
 
 main()
