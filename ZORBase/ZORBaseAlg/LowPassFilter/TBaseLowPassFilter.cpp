@@ -13,6 +13,9 @@
 namespace ZORBase {
 namespace {
 
+// So many samples in a row are filtered at a time, or as many as the filter is long.
+constexpr std::size_t kBlockSize = 1024;
+
 [[noreturn]] void RaiseFilterError(std::string_view Method, const std::string& Reason) {
   RaiseGeneralError("Error TBaseLowPassFilter." + std::string(Method) + ": " + Reason);
 }
@@ -61,8 +64,10 @@ void TBaseLowPassFilter::Initialize(double initValue) {
   const auto count = static_cast<std::size_t>(FN);
   TDoubleArray signal(2 * count, initValue);
   TDoubleArray coeff(count);
+  TDoubleArray line(count - 1 + std::max(count, kBlockSize));
   FSignal.swap(signal);
   FCoeff.swap(coeff);
+  FLine.swap(line);
   FSignalIndex = 0;
   FCutoffTime = 0.0;
   FCutoffValue = 0.0;
@@ -141,25 +146,23 @@ void TBaseLowPassFilter::FiltInBlocks(std::span<const double> Values, std::span<
                                       const TFilterSums& Sums) {
   // Fewer samples are not worth gathering the ones before them.
   constexpr std::size_t kFewSamples = 4;
-  constexpr std::size_t kBlockSize = 1024;
   if (Values.size() < kFewSamples) return TBaseLowPassFilter::Filt(Values, Results);
   RequireResults(Values, Results);
 
-  // The samples that the block's first output meets, then the block's own.
   const std::size_t count = FCoeff.size();
-  const std::size_t blockSize = std::min(Values.size(), std::max(count, kBlockSize));
-  TDoubleArray line(count - 1 + blockSize);
-  std::copy_n(FSignal.data() + FSignalIndex + 1, count - 1, line.data());
+  const std::size_t blockSize = FLine.size() - (count - 1);
+  double* const line = FLine.data();
+  std::copy_n(FSignal.data() + FSignalIndex + 1, count - 1, line);
   while (!Values.empty()) {
     const std::span<const double> block = Values.first(std::min(blockSize, Values.size()));
-    std::ranges::copy(block, line.data() + count - 1);
-    Sums(line.data(), Results.first(block.size()));
+    std::ranges::copy(block, line + count - 1);
+    Sums(line, Results.first(block.size()));
     FLastOut = Results[block.size() - 1];
 
     const std::size_t lost = block.size() - std::min(block.size(), count);
     FSignalIndex = static_cast<int>((static_cast<std::size_t>(FSignalIndex) + lost) % count);
-    for (const double value : std::span(line).subspan(count - 1 + lost, block.size() - lost)) Push(value);
-    std::copy_n(line.data() + block.size(), count - 1, line.data());
+    for (const double value : std::span(line, count - 1 + block.size()).subspan(count - 1 + lost)) Push(value);
+    std::copy_n(line + block.size(), count - 1, line);
     Values = Values.subspan(block.size());
     Results = Results.subspan(block.size());
   }

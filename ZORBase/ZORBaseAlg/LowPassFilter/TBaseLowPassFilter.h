@@ -169,6 +169,9 @@ class ZORBASE_API TBaseLowPassFilter {
   void RequireResults(std::span<const double> Values, std::span<double> Results) const;
   int CountResampled(double deltaT, std::size_t Places) const;
   void FiltResampled();
+
+  // Work space of FiltInBlocks: the samples that a block's first output meets, then the block's own.
+  TDoubleArray FLine;
 };
 
 }  // namespace ZORBase

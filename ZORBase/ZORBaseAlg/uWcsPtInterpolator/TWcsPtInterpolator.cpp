@@ -25,10 +25,12 @@ constexpr double kLongestDirection = 1e75;
 
 constexpr int kFileDecimals = 5;
 
-void RequireUsable(const TPoint6D& Pose, const std::string& Place) {
+void RequireUsable(const TPoint6D& Pose, std::string_view Place) {
   RequireFinite(Pose.ToArray(), Place);
   const bool isUsable = Pose.GetVector().Mag() <= kLongestDirection;
-  if (!isUsable) RaiseGeneralError(Place + " has a direction longer than 1e75; it should be a unit vector");
+  if (!isUsable) {
+    RaiseGeneralError(std::string(Place) + " has a direction longer than 1e75; it should be a unit vector");
+  }
 }
 
 // The turn the other way. One that rounding would make exactly 2 pi is none.
