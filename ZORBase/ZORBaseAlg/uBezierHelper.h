@@ -22,7 +22,7 @@ ZORBASE_API void TransferU1U2U3ToS1S2S3(const TPoint2D& U1, const TPoint2D& U2, 
 
 /// What the curves add to TBezierSegment2D.
 struct ZORBASE_API TBezierSegmentHelper {
-  /// Gives the unit tangent V1 and the curvature vector V2 at Param.
+  /// Gives the unit tangent V1 and the curvature vector V2 at Param. Allocates nothing, takes no lock.
   static void EvalDerVector(const TBezierSegment2D& Segment, double Param, TPoint2D& V1, TPoint2D& V2);
   /// \return whether the tangent at the end of Segment agrees with that at the start of ABezier.
   static bool IsG1Continue(const TBezierSegment2D& Segment, const TBezierSegment2D& ABezier);

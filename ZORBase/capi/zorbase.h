@@ -37,6 +37,14 @@
  *   A call that takes an object as not const must be the only one on it. zorbase_start and zorbase_stop are for one
  *   thread at a time.
  *
+ * Control loops
+ *
+ *   These calls, when they end with ZORBASE_OK, allocate nothing and take no lock: evaluate, evaluate_many, derivatives,
+ *   curvature, length, length_of_param, lengths_of_params, param_of_length and params_of_lengths of a curve; height and
+ *   heights of a surface; step, batch, timed, clear, response and frequency_of of a filter; all of zorbase_matrix_,
+ *   zorbase_quaternion_ and zorbase_pose_move. In a library that is loaded while the program runs, the first call on a
+ *   thread makes room for the thread's error text.
+ *
  * Floating point
  *
  *   A call expects the processor as C programs have it: rounding to nearest, no traps, the x87 unit at full precision.

@@ -34,11 +34,15 @@ class ControlLoop : public testing::Test {
 };
 
 TEST_F(ControlLoop, EvaluationsOfBuiltObjectsAllocateNothingAndTakeNoLock) {
-  for (const TEvaluation& call : Evaluations()) EXPECT_THAT(call.Run, AllocatesNothingAndTakesNoLock()) << call.Name;
+  const std::vector<TEvaluation> calls = Evaluations();
+  RecordProperty("evaluations", static_cast<int>(calls.size()));
+  for (const TEvaluation& call : calls) EXPECT_THAT(call.Run, AllocatesNothingAndTakesNoLock()) << call.Name;
 }
 
 TEST_F(ControlLoop, SamplesOfDesignedFiltersAllocateNothingAndTakeNoLock) {
-  for (const TEvaluation& call : SampleCalls()) EXPECT_THAT(call.Run, AllocatesNothingAndTakesNoLock()) << call.Name;
+  const std::vector<TEvaluation> calls = SampleCalls();
+  RecordProperty("samples", static_cast<int>(calls.size()));
+  for (const TEvaluation& call : calls) EXPECT_THAT(call.Run, AllocatesNothingAndTakesNoLock()) << call.Name;
 }
 
 TEST_F(ControlLoop, FiltersTakeMoreSamplesThanTheirBlocksWithoutAnAllocation) {

@@ -61,18 +61,18 @@ class ZORBASE_API TBaseLowPassFilter {
   virtual void SetEff() = 0;
 
   /// Refills the ring with initValue, which becomes LastOutput, and forgets the time that RandomTimeFilt has gathered. The
-  /// coefficients stay. Before Initialize there is no ring to fill.
+  /// coefficients stay. Before Initialize there is no ring to fill. Allocates nothing, takes no lock.
   virtual void Clear(double initValue);
 
   // -------------------------------------------------------------------------------------- filtering
 
-  /// \return the output for the next sample. \throws the general error before Initialize.
+  /// \return the output for the next sample. \throws the general error before Initialize. Allocates nothing, takes no lock.
   virtual double Filt(double value) = 0;
 
   /// Filters samples in a row: Results[i] becomes what Filt(Values[i]) gives, bit for bit. Results may be Values itself; its
   /// further places stay as they are.
   /// \throws the general error, with nothing changed, when Results is shorter than Values or overlaps it in another way, and
-  ///         before Initialize.
+  ///         before Initialize. Allocates nothing, takes no lock.
   virtual void Filt(std::span<const double> Values, std::span<double> Results);
 
   /// Takes a sample that comes deltaT after the one before. The signal in between is a straight line from the newest sample in
@@ -81,10 +81,11 @@ class ZORBASE_API TBaseLowPassFilter {
   /// \return the last output, which is the one before when none was due.
   /// \throws the general error, with nothing changed, for a deltaT that is negative or not finite, a Tc that is not positive or
   ///         too small against the time to be consumed, more than kMaxResampled outputs, and before Initialize.
+  ///         Allocates nothing, takes no lock.
   double RandomTimeFilt(double value, double deltaT, double& elapsed);
 
   /// The same, with the outputs in Results[0], Results[1], ... \return how many there are.
-  /// \throws as above, and when more outputs are due than Results has places.
+  /// \throws as above, and when more outputs are due than Results has places. Allocates nothing, takes no lock.
   int RandomTimeFilt(double value, double deltaT, std::span<double> Results);
 
   double LastOutput() const { return FLastOut; }  ///< the last output
@@ -92,10 +93,11 @@ class ZORBASE_API TBaseLowPassFilter {
   // -------------------------------------------------------------------------------------- what the filter does
 
   /// \return the magnitude of the frequency response at f; 0 before Initialize. Cost: N sines and cosines.
+  ///         Allocates nothing, takes no lock.
   double CalcAttenByF(double f) const;
 
   /// \return the frequency at which the response falls to atten, interpolated in the attenuation table; the line through the
-  ///         outermost two rows goes on where the table ends.
+  ///         outermost two rows goes on where the table ends. Allocates nothing, takes no lock.
   /// \throws the general error before Initialize.
   double CalcRouphFByAtten(double atten) const;
 

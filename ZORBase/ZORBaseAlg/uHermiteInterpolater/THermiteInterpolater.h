@@ -34,7 +34,7 @@ class ZORBASE_API THermiteInterpolater {
   void EndCurve();
 
   /// \return y at X: the value of a sample closer than 1e-7, the first or last value outside the table, the cubic between two
-  ///         samples otherwise. A slope or value that is not a number gives one.
+  ///         samples otherwise. A slope or value that is not a number gives one. Allocates nothing, takes no lock.
   /// \throws the general error "CalcuHermiteS: The dividend is 0" between samples of equal X and where EndCurve has not given a
   ///         slope, and "List index out of bounds (0)" for an empty table.
   double CalcY(double X) const;

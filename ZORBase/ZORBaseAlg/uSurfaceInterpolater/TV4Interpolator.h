@@ -60,9 +60,10 @@ class ZORBASE_API TV4Interpolator {
   void CalcWeights();
 
   /// \return the height at (X, Y). At a sample it is that of the sample to the accuracy of the solution. Cost: N logarithms.
+  ///         Allocates nothing, takes no lock.
   double CalcZ(double X, double Y) const;
 
-  /// Gives in Z[i] the height at Places[i], the same bits as one by one and faster.
+  /// Gives in Z[i] the height at Places[i], the same bits as one by one and faster. Allocates nothing, takes no lock.
   /// \throws the general error when the two differ in length.
   void CalcZ(std::span<const TPoint2D> Places, std::span<double> Z) const;
 

@@ -55,13 +55,14 @@ class ZORBASE_API TEulerPtInterpolator {
   // -------------------------------------------------------------------------------------- poses
 
   /// \return the pose Idx; the start pose for a negative number, the end pose for one above Count.
+  ///         Allocates nothing, takes no lock.
   TEulerPoint GetWcsPt(int Idx) const;
   /// \return the pose at Param, from 0 at the start to 1 at the end, clamped to that range.
-  /// \throws the general error for a Param that is not a number.
+  /// \throws the general error for a Param that is not a number. Allocates nothing, takes no lock.
   TEulerPoint GetWcsPtbyParam(double Param) const;
   /// Gives the poses at many parameters, each bit for bit that of GetWcsPtbyParam.
   /// \throws the general error, with no pose written, when there are not as many WcsPts as Params or one is not a
-  ///         number.
+  ///         number. Allocates nothing, takes no lock.
   void GetWcsPtsbyParams(std::span<const double> Params, std::span<TEulerPoint> WcsPts) const;
 
   /// \return the poses 0 to Count; no list at all for a single step.

@@ -64,13 +64,14 @@ class ZORBASE_API TWcsPtInterpolator {
   // -------------------------------------------------------------------------------------- poses
 
   /// \return the pose Idx; the start pose for a negative number, the end pose for one above Count.
+  ///         Allocates nothing, takes no lock.
   TPoint6D GetWcsPt(int Idx) const;
   /// \return the pose at Param, from 0 at the start to 1 at the end, clamped to that range.
-  /// \throws the general error for a Param that is not a number.
+  /// \throws the general error for a Param that is not a number. Allocates nothing, takes no lock.
   TPoint6D GetWcsPtbyParam(double Param) const;
   /// Gives the poses at many parameters, each bit for bit that of GetWcsPtbyParam.
   /// \throws the general error, with no pose written, when there are not as many WcsPts as Params or one is not a
-  ///         number.
+  ///         number. Allocates nothing, takes no lock.
   void GetWcsPtsbyParams(std::span<const double> Params, std::span<TPoint6D> WcsPts) const;
 
   /// Writes the poses 0 to Count, one a line, ended by CR LF: TPoint6D::ToString1033 with 5 decimals. One pose at a

@@ -117,14 +117,14 @@ struct ZORBASE_API TMatrix4D {
 
   /// Self * M with APost, M * Self without. M may be this matrix itself. The entries of R are summed in extended
   /// precision. A factor that isIdent is taken for the identity, so that turns and shifts below 1e-6 do not add up. A
-  /// right factor without translation keeps the left one's translation to the bit.
+  /// right factor without translation keeps the left one's translation to the bit. Allocates nothing, takes no lock.
   void Multiply(const TMatrix4D& M, bool APost);
 
   /// Becomes the inverse: the transpose of R where that is orthogonal, the adjugate over the determinant elsewhere. A
   /// matrix that isIdent stays as it is, and so does a translation whose components are all at most 1e-6. One with a
   /// component above 1e10 only changes its sign, for TransformVec passes it through.
   /// \throws the general error SMatrixSigular when the determinant is at most 1e-6 in magnitude; the matrix is then as
-  ///         it was.
+  ///         it was. Allocates nothing, takes no lock.
   void Invert();
 
   /// Transposes R; the translation stays.
@@ -140,22 +140,23 @@ struct ZORBASE_API TMatrix4D {
   // -------------------------------------------------------------------------------------- transforming
 
   /// \return R P + t. P itself when the matrix isIdent, and when a coordinate of P is greater than 1e10; the test is
-  ///         signed, so that -2e10 is transformed.
+  ///         signed, so that -2e10 is transformed. Allocates nothing, takes no lock.
   TPoint3D TransformPt(const TPoint3D& P) const;
 
-  /// \return R V; V itself in the same two cases as in TransformPt.
+  /// \return R V; V itself in the same two cases as in TransformPt. Allocates nothing, takes no lock.
   TPoint3D TransformVec(const TPoint3D& V) const;
 
-  /// \return the pose with its position transformed as a point and its direction as a vector.
+  /// \return the pose with its position transformed as a point and its direction as a vector. Allocates nothing, takes no lock.
   TPoint6D TransformPose(const TPoint6D& P) const;
 
-  /// \return both ends mapped to R p + t, whatever they are.
+  /// \return both ends mapped to R p + t, whatever they are. Allocates nothing, takes no lock.
   TLine3D TransformLine(const TLine3D& L) const;
 
   ///@{
   /// The transform of many: Results[i] is the single form's result of item i to the bit, and the same memory may serve
   /// for both. Apart from that the two spans must not overlap. What Results has beyond the items stays.
   /// \throws the general error when Results is shorter than the items, before anything is written.
+  ///         Allocates nothing, takes no lock.
   void TransformPts(std::span<const TPoint3D> Points, std::span<TPoint3D> Results) const;
   void TransformVecs(std::span<const TPoint3D> Vectors, std::span<TPoint3D> Results) const;
   void TransformPoses(std::span<const TPoint6D> Poses, std::span<TPoint6D> Results) const;

@@ -97,11 +97,11 @@ struct ZORBASE_API TQuaternion {
   /// A squared magnitude n more than 1e-6 away from 1 is brought nearer to 1 by dividing by n, not by its root, on
   /// purpose: such a quaternion does not become a unit one. The real part then goes to ArcCos as it is: beside a vector
   /// part above 1e-6, one unit in the last place outside [-1, 1] is enough for the error of ArcCos.
-  /// \throws the general error "Divided by zero: n" for n below 1e-6, and that of ArcCos.
+  /// \throws the general error "Divided by zero: n" for n below 1e-6, and that of ArcCos. Allocates nothing, takes no lock.
   TPoint3D Log() const;
 
   /// Becomes (cos |v|, sin |v| v / |v|): the rotation about v by twice its length. A v at most 1e-6 long gives the
-  /// vector part 0. Undoes Log of a unit quaternion.
+  /// vector part 0. Undoes Log of a unit quaternion. Allocates nothing, takes no lock.
   void Exp(const TPoint3D& v);
 
   // -------------------------------------------------------------------------------------- operators

@@ -86,6 +86,7 @@ struct ZORBASE_API TEulerPoint {
   /// \return the unit direction of the tool (TEulerAng::ToVector).
   TPoint3D GetVector() const;
   /// \return the position with that direction. The turn about the tool's own axis is lost.
+  ///         Allocates nothing, takes no lock.
   TPoint6D ToPoint6D() const;
 
   // -------------------------------------------------------------------------------------- text

@@ -53,7 +53,7 @@ class ZORBASE_API TNurbsBasicFunc : public TPersistent {
   ///         the last knot. Knots that rise from four equal ones to four equal ones, as a fit's do, are looked up in an index
   ///         whose cost hardly depends on their number; others are bisected.
   /// \throws the general error for fewer than 8 knots, and where no inner span holds u (knots that fall, or a vector without
-  ///         four equal knots at its ends).
+  ///         four equal knots at its ends). Allocates nothing, takes no lock.
   int FindSpan(double u) const { return IsInside(u) ? SpanInside(u) : BisectForSpan(u); }
 
   /// \return whether u lies in [U[0], U[uCount-1]) of knots that rise from four equal ones to four equal ones, and are more than 8.
@@ -67,12 +67,12 @@ class ZORBASE_API TNurbsBasicFunc : public TPersistent {
   /// Gives the four cubic basis values with the indices i-3 to i at u in N[0..3]; they sum to 1 inside span i.
   /// Knots behind the last one count as the last one.
   /// \return false, with N as it was, for i < 2 or i > uCount.
-  /// \throws the general error when N has fewer than 4 places.
+  /// \throws the general error when N has fewer than 4 places. Allocates nothing, takes no lock.
   bool BasicFuns(int i, double u, std::span<double> N) const;
 
   /// Gives the derivatives 0 to n of the basis functions of degree p in span idx at u: ders[k][j] for k = 0..n, j = 0..p.
   /// Rows beyond n stay as they were.
-  /// \throws the general error unless 0 <= n <= p <= 3 and the knots idx+1-p to idx+p exist.
+  /// \throws the general error unless 0 <= n <= p <= 3 and the knots idx+1-p to idx+p exist. Allocates nothing, takes no lock.
   void DersBasciFuns(int idx, double u, int p, int n, Double2DArray& ders) const;
 
   /// Mirrors the knots on [0, 1]: U[i] becomes 1 - U[uCount-1-i], clamped into [0, 1].

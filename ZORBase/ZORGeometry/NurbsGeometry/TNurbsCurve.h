@@ -45,30 +45,34 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
 
   /// \return the point at param; the last control point for param >= 1, the first one for param <= 0 or NaN.
   /// \throws the general error where the knots have no place for a param between 0 and 1; those of a fit always do.
+  /// Allocates nothing, takes no lock.
   TPoint EvalPoint(double param) const;
 
   /// Gives the point and its first to third derivatives with respect to u, clamped to [0, 1], in CK[0..3].
   /// \throws the general error when CK has fewer than 4 places.
+  /// Allocates nothing, takes no lock.
   void CurveDerivsAlg1(double u, std::span<TPoint> CK) const;
 
   /// Gives EvalPoint of every parameter, bit for bit, and cheaper than one by one.
   /// \throws the general error when Points has no place for every parameter.
+  /// Allocates nothing, takes no lock.
   void EvalPoints(std::span<const double> Params, std::span<TPoint> Points) const;
 
   /// \return the curvature over all components at u, clamped to [0, 1]: |C'' less its part along C'| / |C'|^2; NaN where C' is 0.
+  ///         Allocates nothing, takes no lock.
   double Curvature(double u) const;
   /// \return its reciprocal, infinite where the curve is straight.
   double CurvatureRadius(double u) const { return 1.0 / Curvature(u); }
 
   /// \return the place of the curve that is closest to point over all components, safe from local minima; of several equally
   ///         close ones that with the smallest parameter. Needs knots that are clamped on [0, 1], as every fit has them. Cost
-  ///         O(number of spans).
+  ///         O(number of spans), also in memory that is allocated.
   /// \throws the general error for other knots, and for a point that is not finite.
   TClosestPoint<TPoint> ClosestPoint(const TPoint& point) const;
 
   /// \return the control points of the Bezier segment that the curve is over the knot interval Span, from U[Span] to
   ///         U[Span+1]. Of a fitted curve, interval 3 + i lies between the points i and i+1.
-  /// \throws the general error unless 3 <= Span < pCount and the interval is not empty.
+  /// \throws the general error unless 3 <= Span < pCount and the interval is not empty. Allocates nothing, takes no lock.
   std::array<TPoint, 4> SpanBezier(int Span) const;
 
   /// \return whether the first and the last control point are closer than 1e-6.
@@ -82,24 +86,27 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   void InitLengthByUArray();
 
   /// \return the length of the curve: S of the table's last row. \throws the general error while there is no table.
+  ///         Allocates nothing, takes no lock.
   double CurveLength() const { return FTable.Last().S; }
   double GetCurveLength() const { return CurveLength(); }  ///< another name of CurveLength
 
-  /// Arc length from the start of the curve to the parameter, and back; see TSUTable.
+  /// Arc length from the start of the curve to the parameter, and back; see TSUTable. Allocates nothing, takes no lock.
   double GetSByU(double u) const { return FTable.GetSByU(u); }
   double GetUByS(double S) const { return FTable.GetUByS(S); }  ///< the reverse of GetSByU
 
   /// \return the arc length from one parameter to another; negative when paramTo lies before paramFrom.
+  ///         Allocates nothing, takes no lock.
   double LengthOfParam(double paramFrom, double paramTo) const { return GetSByU(paramTo) - GetSByU(paramFrom); }
 
   /// \return the parameter at the arc length from the start. The form with a cursor gives the same number and is cheaper for
-  ///         lengths near the last one.
+  ///         lengths near the last one. Allocates nothing, takes no lock.
   double ParamOfLength(double length) const { return GetUByS(length); }
   /// The same number, from where the last look-up ended.
   double ParamOfLength(double length, TSUTable::TCursor& Cursor) const { return FTable.GetUByS(length, Cursor); }
 
   /// Gives ParamOfLength of every length, bit for bit; rising lengths are cheaper.
   /// \throws the general error when params has no place for every length.
+  /// Allocates nothing, takes no lock.
   void ParamOfLength(std::span<const double> lengths, std::span<double> params) const {
     FTable.GetUByS(lengths, params);
   }
@@ -107,6 +114,7 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
   /// Scans the table for the row whose plane point pos is nearest to point; the first one of several. Param becomes its
   /// parameter, the result its pos; 0 and the zero point for an empty table. Tolerance is not used.
   /// The rows of a six-component curve hold no plane point, so there the first row is found: parameter 0, the zero point.
+  /// Allocates nothing, takes no lock.
   TPoint GetNearestPoint(const TPoint& point, double Tolerance, double& Param) const;
 
   // -------------------------------------------------------------------------------------- bounds

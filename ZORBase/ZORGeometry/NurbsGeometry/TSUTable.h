@@ -68,7 +68,7 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   };
 
   ///@{
-  /// \return the arc length at the parameter u; with a cursor the very same number.
+  /// \return the arc length at the parameter u; with a cursor the very same number. Allocates nothing, takes no lock.
   /// \throws the general error "CalcuHermiteS: The dividend is 0" where neighbouring rows share their u, and that of an empty
   ///         list for an empty table.
   double GetSByU(double u) const;
@@ -76,7 +76,7 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   ///@}
 
   ///@{
-  /// \return the parameter at the arc length S; with a cursor the very same number.
+  /// \return the parameter at the arc length S; with a cursor the very same number. Allocates nothing, takes no lock.
   /// \throws the general error "CalcuHermiteS: The dividend is 0" where neighbouring rows share their S, and that of an empty
   ///         list for an empty table.
   double GetUByS(double S) const;
@@ -85,6 +85,7 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
 
   ///@{
   /// Gives GetUByS of every length, and GetSByU of every parameter, bit for bit; rising values are cheaper.
+  /// Allocates nothing, takes no lock.
   /// \throws also the general error when the result has no place for every value; then nothing is written.
   void GetUByS(std::span<const double> S, std::span<double> u) const;
   void GetSByU(std::span<const double> u, std::span<double> S) const;

@@ -19,7 +19,7 @@ struct ZORBASE_API TBezierSegment2D {
   }
 
   ///@{
-  /// Gives the point at T and the derivatives with respect to T there. T is not clamped.
+  /// Gives the point at T and the derivatives with respect to T there. T is not clamped. Allocates nothing, takes no lock.
   void EvalPoint(double T, TPoint2D& APoint, TPoint2D& ADer1, TPoint2D& ADer2) const;
   void EvalPoint(double T, TPoint2D& APoint, TPoint2D& ADer1, TPoint2D& ADer2, TPoint2D& ADer3) const;
   ///@}

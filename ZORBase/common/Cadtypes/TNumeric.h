@@ -57,7 +57,8 @@ struct ZORBASE_API TNumeric {
   }
 
   /// \return the N nodes in rising order, their places exact to the last bit and their weights to a few; with 14 points the
-  ///         weights are exact, too. A rule is computed at its first use and kept.
+  ///         weights are exact, too. A rule is computed at its first use and kept; from then
+  ///         on the call allocates nothing and takes no lock.
   /// \throws the general error for N outside 1..kGaussPointLimit.
   static std::span<const TGaussNode> GaussLegendreRule(int N);
 };
