@@ -11,7 +11,8 @@ programs=(common_tests geometry_tests algorithm_tests capi_tests fault_tests thr
   cmake --preset coverage -B "$build" -D ZORBASE_TOOLS=OFF -D ZORBASE_EXAMPLES=OFF
   cmake --build "$build" --target "${programs[@]}"
   find "$build" -name '*.gcda' -delete
-  for program in "${programs[@]}"; do "$build/tests/$program" --gtest_brief=1; done
+  # Code that counts is slow; the one test that looks at the clock has no place here.
+  for program in "${programs[@]}"; do "$build/tests/$program" --gtest_brief=1 --gtest_filter=-*WithinASecond*; done
 } >&2
 
 # A branch is a way out of a condition. The ways that only an exception takes, which nearly every call has, and those that the

@@ -41,7 +41,7 @@ NUMERIC = ('ZORBase/kernels/', 'ZORBase/ZORGeometry/', 'ZORBase/ZORBaseAlg/', 'Z
 PROGRAMS = {'common': 'common_tests', 'ZORGeometry': 'geometry_tests', 'ZORBaseAlg': 'algorithm_tests', 'capi': 'capi_tests'}
 
 # A test may take this much longer than without a mistake, in seconds of the processor, before it counts as hanging.
-SLOWER, GRACE = 3, 10
+SLOWER, GRACE = 2, 5
 WALL_LIMIT = 1200
 MEMORY_LIMIT = 6 << 30
 FILE_LIMIT = 1 << 30
@@ -54,9 +54,13 @@ def shown(path):
 
 # The copy and its build
 
-def sources():
+def sources_of_tree():
     listed = subprocess.run(['git', 'ls-files', '-co', '--exclude-standard'], cwd=ROOT, check=True, capture_output=True, text=True)
     return [name for name in listed.stdout.splitlines() if (ROOT / name).is_file()]
+
+
+def copied_sources():
+    return sorted(str(path.relative_to(TREE)) for path in TREE.rglob('*') if path.is_file())
 
 
 def take_over(names):
@@ -117,7 +121,7 @@ def is_affordable(name, users):
 
 def sample(count, seed, users):
     found = []
-    for name in sources():
+    for name in copied_sources():
         if is_affordable(name, users):
             found += mutants_of(name, (TREE / name).read_text())
     return sorted(found, key=lambda mutant: mutant.rank(seed))[:count], len(found)
@@ -221,14 +225,15 @@ def is_open(mutant, results, tests, reasons):
     return known['outcome'] == 'survived' and known['tests'] != tests and mutant.name not in reasons
 
 
-def run(count, seed):
+def run(count, seed, is_frozen):
     WORK.mkdir(parents=True, exist_ok=True)
     lock = open(WORK / 'lock', 'w')
     try:
         fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
     except OSError:
         sys.exit('mutation.py: another run is going on')
-    take_over(sources())
+    if not is_frozen:
+        take_over(sources_of_tree())
     configure()
     if not build(jobs=os.cpu_count(), quiet=False):
         sys.exit('mutation.py: the sources do not build')
@@ -238,7 +243,7 @@ def run(count, seed):
     codes = {compiled: digest([compiled]) for compiled in set().union(*users.values())}
     mutants, _ = sample(count, seed, users)
     results, reasons = read_results(), read_reasons()
-    tests = digest([TREE / name for name in sources() if name.startswith('tests/') and name.endswith(('.cpp', '.h', '.inc'))])
+    tests = digest([TREE / name for name in copied_sources() if name.startswith('tests/') and name.endswith(('.cpp', '.h', '.inc'))])
     open_ones = [mutant for mutant in mutants if is_open(mutant, results, tests, reasons)]
     with RESULTS.open('a') as file:
         for number, mutant in enumerate(open_ones, 1):
@@ -313,9 +318,10 @@ def main():
     parser.add_argument('action', choices=('list', 'run', 'report'))
     parser.add_argument('--count', type=int, default=300, help='how many mutants (300)')
     parser.add_argument('--seed', type=int, default=1, help='which ones (1)')
+    parser.add_argument('--frozen', action='store_true', help='run: go on with the copy as it is, without changes of the tree')
     arguments = parser.parse_args()
     if arguments.action == 'run':
-        run(arguments.count, arguments.seed)
+        run(arguments.count, arguments.seed, arguments.frozen)
         return 0
     if arguments.action == 'report':
         return min(report(arguments.count, arguments.seed), 1)

@@ -119,6 +119,22 @@ TEST(TNewtonIterator, MovesWithItsSettings) {
   EXPECT_FALSE(log.empty());
 }
 
+TEST(TNewtonIterator, TakesOverAnotherOneWithItsSettings) {
+  TLog log;
+  TNewtonIterator from(1, 1, SquareIsTwo, SquareIsTwoJacobian, true);
+  from.SetLogger(LoggerTo(log));
+  from.SetConvergeTor(1e-14);
+  TNewtonIterator to(2, 3, Nothing, Nothing, false);
+  to = std::move(from);
+  EXPECT_EQ(to.ParamNum(), 1);
+  EXPECT_EQ(to.EquationNum(), 1);
+  EXPECT_TRUE(to.ReadByRow());
+  TDoubleList x = {1};
+  EXPECT_TRUE(to.CalcParam(&x));
+  EXPECT_NEAR(x[0], std::numbers::sqrt2, 1e-14);
+  EXPECT_FALSE(log.empty());
+}
+
 // ---------------------------------------------------------------------------------------------- solutions
 
 TEST(TNewtonIterator, FindsTheRootOfTwoFromOne) {

@@ -40,6 +40,41 @@ TWcsPtInterpolator Automatic(const TPoint6D& BeginPt, const TPoint6D& EndPt, int
 
 double ZAt(const TWcsPtInterpolator& Move, double Param) { return Move.GetWcsPtbyParam(Param).C; }
 
+// ---------------------------------------------------------------------------------------------- steps of the caller's size
+
+TEST(TWcsPtInterpolator, TakesAsFewStepsAsTheLongestOneAllows) {
+  const auto steps = [](double MaxDis, double MaxDeg) {
+    return TWcsPtInterpolator(ToolAt(0, 0, 0), TPoint6D::Create(3, 4, 0, 1, 0, 0), MaxDis, MaxDeg, kShortTurn).Count();
+  };
+  EXPECT_EQ(steps(5.0, 180.0), 1);
+  EXPECT_EQ(steps(4.999, 180.0), 2);
+  EXPECT_EQ(steps(0.5, 180.0), 10);
+  EXPECT_EQ(steps(100.0, 30.0), 3);  // a turn of 90 degrees
+  EXPECT_EQ(steps(100.0, 29.9), 4);
+  EXPECT_EQ(steps(0.5, 1.0), 90);
+}
+
+TEST(TWcsPtInterpolator, CountsTheStepsOfTheLongTurnWhereItIsTaken) {
+  // From 45 degrees before the lowest Z to 45 degrees behind it: 90 degrees one way, 270 the other.
+  const TPoint6D begin = Towards(-kHalf, 0, -kHalf);
+  const TPoint6D end = Towards(kHalf, 0, -kHalf);
+  EXPECT_EQ(TWcsPtInterpolator(begin, end, 1.0, 20.0, kShortTurn).Count(), 5);
+  EXPECT_EQ(TWcsPtInterpolator(begin, end, 1.0, 20.0, kAvoidLowestZ).Count(), 14);
+}
+
+TEST(TWcsPtInterpolator, ALimitThatIsNotFiniteAndAbove0Raises) {
+  const TPoint6D begin = ToolAt(0, 0, 0);
+  const TPoint6D end = ToolAt(1, 0, 0);
+  for (const double bad : {0.0, -0.0, -1.0, kNaN, kInfinity, -kInfinity}) {
+    EXPECT_THAT([&] { TWcsPtInterpolator(begin, end, bad, 1.0, kShortTurn); },
+                RaisesGeneralError(StartsWith("TWcsPtInterpolator: MaxDis must be finite and above 0, not ")));
+    EXPECT_THAT([&] { TWcsPtInterpolator(begin, end, 1.0, bad, kShortTurn); },
+                RaisesGeneralError(StartsWith("TWcsPtInterpolator: MaxDeg must be finite and above 0, not ")));
+  }
+  EXPECT_THAT([&] { TWcsPtInterpolator(begin, end, std::numeric_limits<double>::denorm_min(), 1.0, kShortTurn); },
+              RaisesGeneralError(HasSubstr("needs inf steps")));
+}
+
 // ---------------------------------------------------------------------------------------------- count
 
 TEST(TWcsPtInterpolator, ACountOf0Becomes1) {

@@ -57,6 +57,17 @@ TEST_F(PointListFile, LoadingReplacesTheContents) {
   EXPECT_THAT(FMarks, SizeIs(0));
 }
 
+// Long files make room ahead of their end.
+TEST_F(PointListFile, ALongFileIsReadWhole) {
+  constexpr int kCount = 5000;
+  std::string text;
+  for (int i = 0; i < kCount; ++i) text += std::to_string(10000 + i) + "\r\n";
+  WriteFile(FFile, text);
+  Load();
+  ASSERT_THAT(FMarks, SizeIs(kCount));
+  for (int i = 0; i < kCount; ++i) EXPECT_EQ(FMarks[i].Place, 10000 + i);
+}
+
 TEST_F(PointListFile, AFailingLineIsNamedAndKeepsThePointsBeforeIt) {
   WriteFile(FFile, "1\r\n2\r\nx\r\n4\r\n");
   EXPECT_THAT([&] { Load(); }, RaisesGeneralError(FailText(
