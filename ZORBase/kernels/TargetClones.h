@@ -11,7 +11,8 @@
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
 // No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
 // always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only; so it is
-// with Clang before 18, which gives the chosen function a name that no other file finds.
+// with Clang before 18, which gives the chosen function a name that no other file finds. ZORBASE_BASELINE_ONLY asks for it: to
+// count which lines run, one variant is enough.
 #pragma once
 
 #include <cstddef>  // also tells which C library there is
@@ -25,6 +26,7 @@
 #endif
 
 #if defined(__x86_64__) && defined(__ELF__) && defined(__GLIBC__) && !defined(ZORBASE_SANITIZED) && \
+    !defined(ZORBASE_BASELINE_ONLY) && \
     ((defined(__clang__) && __clang_major__ >= 18) || (!defined(__clang__) && defined(__GNUC__) && __GNUC__ >= 9))
 #define ZORBASE_TARGET_CLONES __attribute__((target_clones("default", "avx2")))
 #else

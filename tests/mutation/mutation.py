@@ -76,7 +76,7 @@ def take_over(names):
 
 
 def configure():
-    subprocess.run(['cmake', '-S', TREE, '-B', BUILD, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release', '-DCMAKE_CXX_FLAGS_RELEASE=-O2',
+    subprocess.run(['cmake', '-S', TREE, '-B', BUILD, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release', '-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG',
                     '-DCMAKE_LINK_DEPENDS_NO_SHARED=ON', '-DZORBASE_TOOLS=OFF', '-DZORBASE_EXAMPLES=OFF'],
                    check=True, stdout=sys.stderr)
 

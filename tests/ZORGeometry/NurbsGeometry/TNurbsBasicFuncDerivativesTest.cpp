@@ -82,6 +82,25 @@ TEST(TNurbsBasicFunc, RowsBeyondTheHighestDerivativeAndColumnsBeyondTheDegreeSta
   EXPECT_THAT(ders[2], ElementsAre(7, 7, 7, 7));
 }
 
+TEST(TNurbsBasicFunc, FewerDerivativesAreTheFirstOfAllThatADegreeHas) {
+  const TNurbsBasicFunc basis = BasisOf(kTwoSpans);
+  for (int p = 0; p <= 3; ++p) {
+    Double2DArray all{};
+    for (auto& row : all) row.fill(7);
+    basis.DersBasciFuns(3, 0.25, p, p, all);
+    for (int n = 0; n < p; ++n) {
+      Double2DArray some{};
+      for (auto& row : some) row.fill(7);
+      basis.DersBasciFuns(3, 0.25, p, n, some);
+      for (int k = 0; k <= 3; ++k) {
+        const auto at = static_cast<std::size_t>(k);
+        EXPECT_THAT(some[at], testing::ElementsAreArray(k <= n ? all[at] : std::array{7.0, 7.0, 7.0, 7.0}))
+            << "degree " << p << ", up to derivative " << n << ", row " << k;
+      }
+    }
+  }
+}
+
 TEST(TNurbsBasicFunc, DerivativesOutsideTheTablesRaiseAndTouchNothing) {
   struct TRequest {
     int Span, Degree, Order;
