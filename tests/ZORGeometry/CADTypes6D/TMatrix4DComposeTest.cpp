@@ -126,6 +126,24 @@ TEST(TMatrix4D, TheInverseOfAShiftIsTheShiftBack) {
   EXPECT_THAT(matrix, IsExactly(At(kIdentity, Pt(-1, -2, -3))));
 }
 
+TEST(TMatrix4D, AShiftAlongAnyOneAxisIsTurnedWithTheRest) {
+  const auto shiftedQuarter = [](double X, double Y, double Z) {
+    return TMatrix4D::Create(0, -1, 0, 1, 0, 0, 0, 0, 1, X, Y, Z);
+  };
+  const TMatrix4D turn = shiftedQuarter(0, 0, 0);
+  EXPECT_THAT((turn * shiftedQuarter(5, 0, 0)).GetTranslationPt(), IsExactly(TPoint3D::Create(0, 5, 0)));
+  EXPECT_THAT((turn * shiftedQuarter(0, 5, 0)).GetTranslationPt(), IsExactly(TPoint3D::Create(-5, 0, 0)));
+  EXPECT_THAT((turn * shiftedQuarter(0, 0, 5)).GetTranslationPt(), IsExactly(TPoint3D::Create(0, 0, 5)));
+  const auto inverseShift = [&](double X, double Y, double Z) {
+    TMatrix4D matrix = shiftedQuarter(X, Y, Z);
+    matrix.Invert();
+    return matrix.GetTranslationPt();
+  };
+  EXPECT_EQ(inverseShift(5, 0, 0).Y, 5);
+  EXPECT_EQ(inverseShift(0, 5, 0).X, -5);
+  EXPECT_EQ(inverseShift(0, 0, 5).Z, -5);
+}
+
 TEST(TMatrix4D, InvertLeavesATranslationUpTo1eMinus6AsItIs) {
   for (const TPoint3D& shift : {Pt(1e-7, 0, 0), Pt(1e-6, -1e-6, 1e-6)}) {
     for (const TMatrix4D& rotation : {kIdentity, TurnZ(1), TMatrix4D::Create(2, 0, 0, 0, 2, 0, 0, 0, 2)}) {

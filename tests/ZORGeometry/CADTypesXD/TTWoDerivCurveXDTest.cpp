@@ -55,6 +55,19 @@ TEST(TTWoDerivCurveXD, EquallySpacedPointsOnALineGiveTheLine) {
   }
 }
 
+// Tangent and chord are opposite there: rounding makes the cosine between them a little less than -1 for some directions.
+TEST(TTWoDerivCurveXD, APathThatTurnsRightBackIsBuiltInEveryDirection) {
+  constexpr int kDirections = 200;
+  for (int i = 0; i < kDirections; ++i) {
+    const TPointXD there = PointOf({std::cos(0.1 * i), std::sin(0.1 * i), 0.01 * i});
+    const TCollected spike(TPath{PointOf({0, 0, 0}), there, there * 0.25});
+    EXPECT_TRUE(spike.Done) << i;
+    ASSERT_EQ(spike.Segments.size(), 2u) << i;
+    EXPECT_THAT(spike.Segments[0].FP3, IsExactPointXD(there)) << i;
+    EXPECT_THAT(spike.Segments[1].FP0, IsExactPointXD(there)) << i;
+  }
+}
+
 TEST(TTWoDerivCurveXD, FewerThanThreePointsGiveNothing) {
   int calls = 0;
   TTWoDerivCurveXD curve;

@@ -191,5 +191,16 @@ TEST(TNurbs2D, OverOneIntervalIsTheBezierSegmentOfItsControlPoints) {
   }
 }
 
+// Evenly spaced control points make the even motion (3 u, 0); (1.2, 1) is right above u = 0.4.
+TEST(TNurbs2D, OverOneIntervalHasAClosestPlace) {
+  TNurbs2D curve;
+  ASSERT_TRUE(curve.CreateByCtlPoints(ClampedKnots(4), std::array<TPoint2D, 4>{{{0, 0}, {1, 0}, {2, 0}, {3, 0}}}, 4));
+  const auto closest = curve.ClosestPoint({1.2, 1});
+  EXPECT_NEAR(closest.Param, 0.4, 1e-12);
+  EXPECT_NEAR(closest.Distance, 1, 1e-12);
+  EXPECT_EQ(curve.ClosestPoint({-5, 0}).Param, 0);
+  EXPECT_EQ(curve.ClosestPoint({5, 1}).Param, 1);
+}
+
 }  // namespace
 }  // namespace ZORBase
