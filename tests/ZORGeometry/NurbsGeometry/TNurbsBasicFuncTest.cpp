@@ -33,6 +33,26 @@ TEST(TNurbsBasicFunc, ANewOneHasNoKnots) {
   EXPECT_TRUE(basis.uArr().empty());
 }
 
+TEST(TNurbsBasicFunc, KnotsClampedAtBothEndsHoldWhatLiesBetweenTheirEnds) {
+  const TNurbsBasicFunc basis = BasisOf(kTwoSpans);
+  for (const double u : {0.0, 0.25, std::nextafter(0.5, 0), 0.5, 0.75, std::nextafter(1, 0)}) {
+    ASSERT_TRUE(basis.IsInside(u)) << u;
+    EXPECT_EQ(basis.SpanInside(u), u < 0.5 ? 3 : 4) << u;
+  }
+  for (const double u : {std::nextafter(0, -1), 1.0, 2.0, -1.0, kInfinity, -kInfinity, kNaN}) {
+    EXPECT_FALSE(basis.IsInside(u)) << u;
+  }
+}
+
+TEST(TNurbsBasicFunc, OtherKnotsHoldNothingThatIsSurelyInside) {
+  using TKnots = std::vector<double>;
+  for (const TKnots& knots : {TKnots{}, TKnots{0, 0, 0, 0, 1, 1, 1, 1}, TKnots{0, 0, 0, 0.1, 0.5, 1, 1, 1, 1},
+                              TKnots{0, 0, 0, 0, 0.5, 0.9, 1, 1, 1}, TKnots{0, 0, 0, 0, 0.6, 0.3, 1, 1, 1, 1},
+                              TKnots{0, 0, 0, 0, kNaN, 1, 1, 1, 1}, TKnots{0, 0, 0, 0, 0, 0, 0, 0, 0}}) {
+    EXPECT_FALSE(BasisOf(knots).IsInside(0.25)) << testing::PrintToString(knots);
+  }
+}
+
 TEST(TNurbsBasicFunc, CreateCrossTakesTheFirstKnotsOfAListOrAnArray) {
   TNurbsBasicFunc basis;
   basis.CreateCross(TDoubleList{1, 2, 3, 4}, 3);
