@@ -26,7 +26,7 @@
 #endif
 
 #if defined(__x86_64__) && defined(__ELF__) && defined(__GLIBC__) && !defined(ZORBASE_SANITIZED) && \
-    !defined(ZORBASE_BASELINE_ONLY) && \
+    !defined(ZORBASE_BASELINE_ONLY) &&                                                              \
     ((defined(__clang__) && __clang_major__ >= 18) || (!defined(__clang__) && defined(__GNUC__) && __GNUC__ >= 9))
 #define ZORBASE_TARGET_CLONES __attribute__((target_clones("default", "avx2")))
 #else
