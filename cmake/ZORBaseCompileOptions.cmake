@@ -26,6 +26,6 @@ endif()
 if(ZORBASE_COVERAGE)
   target_compile_options(zorbase_compile_options INTERFACE --coverage -fprofile-update=atomic)
   # Of a kernel's variants only one runs on a machine; the others would count as never run.
-  target_compile_definitions(zorbase_compile_options INTERFACE ZORBASE_BASELINE_ONLY)
+  target_compile_definitions(zorbase_compile_options INTERFACE ZORBASE_TARGET_BASELINE)
   target_link_options(zorbase_compile_options INTERFACE --coverage)
 endif()

@@ -8,6 +8,9 @@ option(ZORBASE_BENCH "Build the benchmarks" OFF)
 option(ZORBASE_FUZZ "Build the fuzz targets, which takes clang++ and its libFuzzer" OFF)
 option(ZORBASE_WERROR "Treat warnings as errors" OFF)
 option(ZORBASE_COVERAGE "Count which lines run" OFF)
+set(ZORBASE_TARGET "" CACHE STRING
+  "The one instruction set of the kernels, baseline or avx2, to compare them; empty: chosen when a program starts")
+set_property(CACHE ZORBASE_TARGET PROPERTY STRINGS "" baseline avx2)
 set(ZORBASE_SANITIZE "" CACHE STRING "Sanitizers for everything, e.g. address,undefined")
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)

@@ -5,6 +5,7 @@
 #   plot      what zor draws pictures with
 #   test      the second compiler, test frameworks, and locales with a decimal comma
 #   lint, bench, docs, coverage   what scripts/lint.sh and the targets of these names use
+#   evidence  what scripts/evidence.sh needs besides
 #   packages  what scripts/test-packages.sh builds and tries Debian packages with
 set -euo pipefail
 
@@ -16,6 +17,7 @@ declare -A packages=(
   [bench]="libbenchmark-dev libeigen3-dev nlohmann-json3-dev libsisl-dev libgsl-dev python3-scipy libfftw3-dev libkissfft-dev libliquid-dev libglm-dev libopenblas-dev liblapacke-dev"
   [docs]="doxygen"
   [packages]="dpkg-dev file man-db pkgconf"
+  [evidence]="qemu-user python3-mpmath"
   [coverage]="gcovr"
 )
 

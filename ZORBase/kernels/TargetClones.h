@@ -11,8 +11,8 @@
 //   ZORBASE_PREFETCH(P)     asks for the cache line at P ahead of its use
 // No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
 // always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only; so it is
-// with Clang before 18, which gives the chosen function a name that no other file finds. ZORBASE_BASELINE_ONLY asks for it: to
-// count which lines run, one variant is enough.
+// with Clang before 18, which gives the chosen function a name that no other file finds. To compare the variants, the build option
+// ZORBASE_TARGET makes all of them one: ZORBASE_TARGET_BASELINE or ZORBASE_TARGET_AVX2 is defined then.
 #pragma once
 
 #include <cstddef>  // also tells which C library there is
@@ -25,8 +25,11 @@
 #endif
 #endif
 
-#if defined(__x86_64__) && defined(__ELF__) && defined(__GLIBC__) && !defined(ZORBASE_SANITIZED) && \
-    !defined(ZORBASE_BASELINE_ONLY) &&                                                              \
+#if defined(ZORBASE_TARGET_BASELINE)
+#define ZORBASE_TARGET_CLONES
+#elif defined(ZORBASE_TARGET_AVX2)
+#define ZORBASE_TARGET_CLONES __attribute__((target("avx2")))
+#elif defined(__x86_64__) && defined(__ELF__) && defined(__GLIBC__) && !defined(ZORBASE_SANITIZED) && \
     ((defined(__clang__) && __clang_major__ >= 18) || (!defined(__clang__) && defined(__GNUC__) && __GNUC__ >= 9))
 #define ZORBASE_TARGET_CLONES __attribute__((target_clones("default", "avx2")))
 #else
