@@ -1,0 +1,103 @@
+#include <cmath>
+#include <numbers>
+
+#include "Subjects.h"
+#include "support/PortableRandom.h"
+
+namespace ZORBase::Test {
+namespace {
+
+using TCase = const TReferenceCase&;
+
+// The point and its three derivatives.
+std::array<TPoint2D, 4> PlaneSegmentAt(TCase Case) {
+  const auto segment =
+      TBezierSegment2D::Create(PointIn(Case.In, 0), PointIn(Case.In, 2), PointIn(Case.In, 4), PointIn(Case.In, 6));
+  std::array<TPoint2D, 4> results;
+  segment.EvalPoint(Case.In[8], results[0], results[1], results[2], results[3]);
+  return results;
+}
+
+TCubicBezXD SpaceSegment(TCase Case) {
+  const auto point = [&](std::size_t From) { return TPointXD::FromSpan(std::span(Case.In).subspan(From, 3)); };
+  return TCubicBezXD::Create(point(0), point(3), point(6), point(9));
+}
+
+void MeasurePlaneSegments(const TMeasurement& Measurement) {
+  for (const std::size_t order : {0U, 1U, 2U, 3U}) {
+    Measurement.Compare("TBezierSegment2D, derivative " + std::to_string(order), TMeasure::Eps, 4.0,
+                        [order](TCase C) { return Components(PlaneSegmentAt(C)[order]); });
+  }
+  Measurement.Compare(
+      "TransferU1U2U3ToS1S2S3", TMeasure::Relative, 1e-12,
+      [](TCase C) {
+        const std::array<TPoint2D, 4> at = PlaneSegmentAt(C);
+        TPoint2D s1, s2, s3;
+        TransferU1U2U3ToS1S2S3(at[1], at[2], at[3], s1, s2, s3);
+        return std::vector{s1.X, s1.Y, s2.X, s2.Y, s3.X, s3.Y};
+      },
+      "of a segment's own derivatives, with their rounding");
+}
+
+void MeasureSpaceSegments(const TMeasurement& Measurement) {
+  for (const std::size_t order : {0U, 1U, 2U, 3U}) {
+    Measurement.Compare("TCubicBezXD, derivative " + std::to_string(order), TMeasure::Eps, 4.0, [order](TCase C) {
+      std::array<TPointXD, 4> results;
+      results[0] = SpaceSegment(C).EvalPoint(C.In[12], results[1], results[2], results[3]);
+      return Components(results[order]);
+    });
+  }
+  const auto length = [](TCase C) { return std::vector{SpaceSegment(C).LengthOfParam(0.0, C.In[12])}; };
+  Measurement.Compare("TCubicBezXD, LengthOfParam", TMeasure::Relative, 1e-3, length, "14-point quadrature, by design");
+  Measurement.Compare("TCubicBezXD, LengthOfParam, against the 14-point rule itself", TMeasure::Eps, 8.0, length);
+  Measurement.Compare(
+      "TCubicBezXD, ParamOfLength", TMeasure::Absolute, 1e-3,
+      [](TCase C) { return std::vector{SpaceSegment(C).ParamOfLength(C.In[12])}; },
+      "halving steps until the length is within 1e-4, by design");
+}
+
+// The angle by which the directions of neighbouring segments differ where they meet.
+void MeasureJoints(const TMeasurement& Measurement) {
+  TErrorRow& row = Measurement.Table.Row({"TTWoDerivCurveXD, angle between neighbours at a joint", "rad"}, 1e-13);
+  TPortableRandom random(41);
+  for (int i = 0; i < Measurement.Cases(300, 30); ++i) {
+    TList<TPointXD> path;
+    for (int k = 0; k < 12; ++k) path.Add(TPointXD::FromSpan(random.Numbers(6, 50.0)));
+    std::vector<TCubicBezXD> segments;
+    TTWoDerivCurveXD curve;
+    curve.SetRenderPath([&](const TCubicBezXD& Segment) { segments.push_back(Segment); });
+    curve.CreateCorss(path);
+    for (std::size_t k = 1; k < segments.size(); ++k) {
+      const TPointXD before = segments[k - 1].FP3 - segments[k - 1].FP2;
+      const TPointXD behind = segments[k].FP1 - segments[k].FP0;
+      row.Add(before.Normal().DistanceTo(behind.Normal()), [&] { return "path " + std::to_string(i); });
+    }
+  }
+}
+
+void MeasureQuadrature(const TMeasurement& Measurement) {
+  const auto node = [](TCase C) {
+    return TNumeric::GaussLegendreRule(static_cast<int>(C.In[0]))[static_cast<std::size_t>(C.In[1])];
+  };
+  const auto weight = [=](TCase C) { return std::vector{node(C).Weight}; };
+  Measurement.Compare("GaussLegendreRule, places", TMeasure::Ulp, 0.501,
+                      [=](TCase C) { return std::vector{node(C).Place}; });
+  Measurement.Compare("GaussLegendreRule, weights of 14 points", TMeasure::Ulp, 0.501, weight);
+  Measurement.Compare("GaussLegendreRule, weights of other rules", TMeasure::Ulp, 8.0, weight);
+  TErrorRow& row = Measurement.Table.Row({"GaussQuadrature of sin over [0, pi / 2]", "eps", "14 points"}, 4.0);
+  const double integral = TNumeric::GaussQuadrature([](double x) { return std::sin(x); },
+                                                    TGeInterval::Create(0.0, std::numbers::pi / 2, 0.0), 14);
+  row.Add(std::fabs(integral - 1.0) / std::numeric_limits<double>::epsilon(), std::string("the one"));
+}
+
+}  // namespace
+
+void MeasureSegments(const TMeasurement& Measurement) {
+  Measurement.Table.Subject("Segments, joints and quadrature");
+  MeasurePlaneSegments(Measurement);
+  MeasureSpaceSegments(Measurement);
+  MeasureJoints(Measurement);
+  MeasureQuadrature(Measurement);
+}
+
+}  // namespace ZORBase::Test

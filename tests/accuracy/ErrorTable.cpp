@@ -1,0 +1,63 @@
+#include "ErrorTable.h"
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace ZORBase::Test {
+namespace {
+
+// Two significant digits.
+std::string Brief(double Value) {
+  char text[32];
+  std::snprintf(text, sizeof text, Value != 0.0 && (Value < 0.01 || Value >= 1e4) ? "%.1e" : "%.2g", Value);
+  return text;
+}
+
+// Limits are round numbers.
+std::string Exact(double Value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.4g", Value);
+  return text;
+}
+
+}  // namespace
+
+bool TErrorRow::Count(double Error) {
+  const double error = std::isnan(Error) ? std::numeric_limits<double>::infinity() : Error;
+  const bool isWorst = FCases == 0 || error > FLargest;
+  ++FCases;
+  FSum += error;
+  if (isWorst) FLargest = error;
+  return isWorst;
+}
+
+void TErrorTable::Print() const {
+  for (const TSubject& subject : FSubjects) {
+    std::printf("\n## %s\n\n", subject.Title.c_str());
+    std::printf("| operation | cases | unit | largest | mean | limit | worst input | remark |\n");
+    std::printf("|---|---:|---|---:|---:|---:|---|---|\n");
+    for (const TErrorRow& row : subject.Rows) {
+      const TRowText& text = row.Text();
+      std::printf("| %s | %zu | %s | %s | %s | %s%s | %s | %s |\n", text.Operation.c_str(), row.Cases(),
+                  text.Unit.c_str(), Brief(row.Largest()).c_str(), Brief(row.Mean()).c_str(),
+                  Exact(row.Limit()).c_str(), row.KeepsLimit() ? "" : " **missed**", row.Worst().c_str(),
+                  text.Remark.c_str());
+    }
+  }
+}
+
+bool TErrorTable::PrintShortfalls() const {
+  bool hasNone = true;
+  for (const TSubject& subject : FSubjects) {
+    for (const TErrorRow& row : subject.Rows) {
+      if (row.KeepsLimit()) continue;
+      hasNone = false;
+      std::printf("- %s: %s %s instead of %s, at %s\n", row.Text().Operation.c_str(), Brief(row.Largest()).c_str(),
+                  row.Text().Unit.c_str(), Exact(row.Limit()).c_str(), row.Worst().c_str());
+    }
+  }
+  return hasNone;
+}
+
+}  // namespace ZORBase::Test

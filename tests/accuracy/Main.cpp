@@ -1,0 +1,59 @@
+// Measures how far the library's results are off, and whether every operation keeps its limit.
+//   zorbase_accuracy FOLDER           everything, against the reference sets of FOLDER; prints tables in Markdown
+//   zorbase_accuracy FOLDER --quick   fewer random cases, in seconds; prints only what misses its limit
+// Ends with 1 when a limit is missed.
+#include <cstdio>
+#include <cstring>
+#include <exception>
+
+#include "Subjects.h"
+
+namespace ZORBase::Test {
+namespace {
+
+void MeasureAll(const TMeasurement& Measurement) {
+  MeasureNumbers(Measurement);
+  MeasurePoints(Measurement);
+  MeasureTransforms(Measurement);
+  MeasureOrientations(Measurement);
+  MeasureRoundTrips(Measurement);
+  MeasureCurves(Measurement);
+  MeasureLengths(Measurement);
+  MeasureSegments(Measurement);
+  MeasureDecompositions(Measurement);
+  MeasureFits(Measurement);
+  MeasureNewton(Measurement);
+  MeasureInterpolators(Measurement);
+  MeasureSignals(Measurement);
+}
+
+int Run(const char* Folder, TEffort Effort) {
+  const TReferenceSets references(Folder);
+  TErrorTable table;
+  MeasureAll({table, references, Effort});
+  if (Effort == TEffort::Full) {
+    table.Print();
+    std::printf("\n## Shortfalls\n\n");
+  }
+  const bool isGood = table.PrintShortfalls();
+  if (isGood && Effort == TEffort::Full) std::printf("None: every operation keeps its limit.\n");
+  return isGood ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace ZORBase::Test
+
+int main(int Count, char** Words) {
+  using namespace ZORBase::Test;
+  const bool isQuick = Count == 3 && std::strcmp(Words[2], "--quick") == 0;
+  if (Count != 2 && !isQuick) {
+    std::fprintf(stderr, "usage: zorbase_accuracy FOLDER [--quick]\n");
+    return 2;
+  }
+  try {
+    return Run(Words[1], isQuick ? TEffort::Quick : TEffort::Full);
+  } catch (const std::exception& Error) {
+    std::fprintf(stderr, "zorbase_accuracy: %s\n", Error.what());
+    return 2;
+  }
+}

@@ -1,0 +1,64 @@
+#include "Subjects.h"
+
+namespace ZORBase::Test {
+namespace {
+
+std::string UnitName(TMeasure Measure) {
+  switch (Measure) {
+    case TMeasure::Ulp: return "ulp";
+    case TMeasure::Eps: return "eps";
+    case TMeasure::Relative: return "relative";
+    default: return "absolute";
+  }
+}
+
+}  // namespace
+
+void TMeasurement::Compare(const std::string& Operation, TMeasure Measure, double Limit, const TOperation& Function,
+                           const std::string& Remark) const {
+  TErrorRow& row = Table.Row({Operation, UnitName(Measure), Remark}, Limit);
+  for (const TReferenceCase& item : References.Of(Operation))
+    row.Add(ErrorOf(Function(item), item, Measure), item.Name);
+}
+
+TPoint2D PointIn(const std::vector<double>& In, std::size_t From) { return {In.at(From), In.at(From + 1)}; }
+
+TPoint3D SpacePointIn(const std::vector<double>& In, std::size_t From) {
+  return TPoint3D::Create(In.at(From), In.at(From + 1), In.at(From + 2));
+}
+
+TPoint6D PoseIn(const std::vector<double>& In, std::size_t From) {
+  return TPoint6D::Create(SpacePointIn(In, From), SpacePointIn(In, From + 3));
+}
+
+TQuaternion QuaternionIn(const std::vector<double>& In, std::size_t From) {
+  return TQuaternion::Create(In.at(From), SpacePointIn(In, From + 1));
+}
+
+TMatrix4D MatrixIn(const std::vector<double>& In, std::size_t From) {
+  TMatrix4D matrix;
+  for (auto& row : matrix.fm) {
+    for (double& entry : row) entry = In.at(From++);
+  }
+  return matrix;
+}
+
+std::vector<double> Components(const TPoint2D& P) { return {P.X, P.Y}; }
+std::vector<double> Components(const TPoint3D& P) { return {P.X, P.Y, P.Z}; }
+std::vector<double> Components(const TPoint6D& P) { return {P.X, P.Y, P.Z, P.A, P.B, P.C}; }
+std::vector<double> Components(const TPointXD& P) { return {P.Coordinates().begin(), P.Coordinates().end()}; }
+std::vector<double> Components(const TQuaternion& Q) { return {Q.a, Q.b, Q.c, Q.d}; }
+
+std::vector<double> Components(const TMatrix3D& M) {
+  std::vector<double> entries;
+  for (const auto& row : M.fm) entries.insert(entries.end(), row.begin(), row.end());
+  return entries;
+}
+
+std::vector<double> Rotation(const TMatrix4D& M) {
+  std::vector<double> entries;
+  for (const auto& row : M.fm) entries.insert(entries.end(), row.begin(), row.begin() + 3);
+  return entries;
+}
+
+}  // namespace ZORBase::Test

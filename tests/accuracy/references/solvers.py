@@ -1,0 +1,86 @@
+"""Linear systems, planes and lines."""
+
+from mpmath import mp, mpf
+
+from vectors import dot, exact, length
+
+# A millionth: what is measured has so many digits.
+GRID = 2.0**20
+
+
+def measured(value):
+    return round(value * GRID) / GRID
+
+
+def solvers(draw):
+    for rows, columns, count in ((3, 3, 10), (5, 3, 10), (8, 5, 6), (12, 12, 3)):
+        for _ in range(count):
+            yield from system(draw, rows, columns)
+    for size in (4, 6, 8):
+        hilbert = [1.0 / (i + j + 1) for i in range(size) for j in range(size)]
+        yield solved(size, size, hilbert, [1.0] * size, "MatrixDivUsingSvd, Hilbert matrices")
+
+
+def system(draw, rows, columns):
+    a = [draw.uniform(-1, 1) for _ in range(rows * columns)]
+    b = [draw.uniform(-1, 1) for _ in range(rows)]
+    yield solved(rows, columns, a, b, "MatrixDivUsingSvd")
+
+
+def solved(rows, columns, a, b, name):
+    """The scale is what LAPACK's error bound of least squares says: cond |x|, and cond^2 |r| / |A| for the residual r."""
+    matrix = mp.matrix(rows, columns)
+    for k, value in enumerate(a):
+        matrix[k // columns, k % columns] = mpf(value)
+    right = mp.matrix(exact(b))
+    x = mp.lu_solve(matrix.T * matrix, matrix.T * right)
+    values = mp.svd_r(matrix, compute_uv=False)
+    largest, smallest = max(values), min(values)
+    condition = largest / smallest
+    residual = mp.norm(matrix * x - right)
+    scale = condition * mp.norm(x) + condition**2 * residual / largest
+    return name, [rows, columns] + a + b, list(x), scale
+
+
+def fits(draw):
+    for k in range(200):
+        shift = 1e6 if k % 4 == 3 else 0.0
+        place = ", far from the origin" if shift else ""
+        yield plane(draw, f"FitPlaneUsingSvd, normal{place}", shift)
+        yield line(draw, f"FitLineUsingSvd, normal{place}", shift)
+
+
+def plane(draw, name, shift):
+    """Points spread over some 100 by 100 about a plane in any direction, a tenth off it."""
+    frame = mp.qr(mp.matrix([[mpf(draw.uniform(-1, 1)) for _ in range(3)] for _ in range(3)]))[0]
+    points = []
+    for _ in range(draw.randint(4, 6)):
+        along = [mpf(draw.uniform(-50, 50)), mpf(draw.uniform(-50, 50)), mpf(draw.gauss(0, 0.1))]
+        at = frame * mp.matrix(along)
+        points.append([measured(float(at[0]) + shift), measured(float(at[1]) - shift), measured(float(at[2]))])
+    return name, [c for point in points for c in point], smallest_direction(points), 1
+
+
+def line(draw, name, shift):
+    turn = draw.uniform(0, 6.3)
+    c, s = float(mp.cos(turn)), float(mp.sin(turn))
+    points = []
+    for _ in range(draw.randint(3, 5)):
+        along, off = draw.uniform(-50, 50), draw.gauss(0, 0.1)
+        points.append([measured(c * along - s * off + shift), measured(s * along + c * off - shift)])
+    return name, [c for point in points for c in point], smallest_direction(points), 1
+
+
+def smallest_direction(points):
+    """The unit eigenvector of the points' scatter about their mean for the smallest eigenvalue."""
+    size = len(points[0])
+    given = [exact(point) for point in points]
+    mean = [mp.fsum(point[j] for point in given) / len(given) for j in range(size)]
+    centred = [[point[j] - mean[j] for j in range(size)] for point in given]
+    scatter = mp.matrix(size, size)
+    for i in range(size):
+        for j in range(size):
+            scatter[i, j] = mp.fsum(point[i] * point[j] for point in centred)
+    values, vectors = mp.eigsy(scatter)
+    least = min(range(size), key=lambda k: values[k])
+    return [vectors[i, least] for i in range(size)]
