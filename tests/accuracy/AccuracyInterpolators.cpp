@@ -55,7 +55,7 @@ void MeasureSurfaces(const TMeasurement& Measurement) {
       },
       "scale: the condition of the matrix times the largest height");
   TErrorRow& row = Measurement.Table.Row(
-      {"TV4Interpolator, CalcZ at the samples", "of the largest height", "up to 80 samples"}, 1e-10);
+      {"TV4Interpolator, CalcZ at the samples", "of the largest height", "up to 80 samples"}, 1e-9);
   TPortableRandom random(51);
   for (int i = 0; i < Measurement.Cases(100, 10); ++i) {
     TV4Interpolator surface;

@@ -85,7 +85,7 @@ TQuaternion FromMatrix(const TMatrix4D& M) {
 // From half a turn by 10^-3 to 10^-17 about any axis.
 TQuaternion NearHalfTurn(TPortableRandom& Random) {
   const double real = std::pow(10.0, -Random.Within(3.0, 17.0));
-  return TQuaternion::Create(real, Random.Direction());
+  return TQuaternion::Create(real, Random.Direction() * std::sqrt(1.0 - real * real));
 }
 
 template <class TDraw>

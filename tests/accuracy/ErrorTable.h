@@ -14,6 +14,7 @@ struct TRowText {
   std::string Operation;
   std::string Unit;      ///< of errors and limit: "ulp", "eps", "relative", "rad", ...
   std::string Remark{};  ///< what there is to know, such as an error that is meant to be there
+  double Goal = 0.0;     ///< what is wished for where the limit is looser; 0 where the limit is the goal
 };
 
 /// The errors of one operation.
@@ -38,8 +39,10 @@ class TErrorRow {
   double Largest() const { return FLargest; }
   double Mean() const { return FSum / static_cast<double>(FCases); }
   const std::string& Worst() const { return FWorst; }  ///< the input of the largest error
-  /// \return whether there were errors to count and none was above the limit.
+  double Goal() const { return FText.Goal > 0.0 ? FText.Goal : FLimit; }
+  /// \return whether there were errors to count and none was above the limit, or the goal.
   bool KeepsLimit() const { return FCases > 0 && FLargest <= FLimit; }
+  bool ReachesGoal() const { return FCases > 0 && FLargest <= Goal(); }
 
  private:
   bool Count(double Error);
@@ -61,14 +64,20 @@ class TErrorTable {
 
   /// Prints Markdown: a table for each subject.
   void Print() const;
-  /// Prints the rows that miss their limits. \return whether there is none.
+  /// Prints the rows that miss their goals. \return whether there is none.
   bool PrintShortfalls() const;
+  /// The same of the rows that miss their limits.
+  bool PrintMissedLimits() const;
 
  private:
   struct TSubject {
     std::string Title;
     std::deque<TErrorRow> Rows;  // whose places in memory stay
   };
+
+  template <class TIsGood>
+  bool PrintUnless(TIsGood&& IsGood) const;
+
   std::deque<TSubject> FSubjects;
 };
 

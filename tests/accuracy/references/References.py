@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Writes the reference sets of this folder: results of the library's operations, computed with 50 digits.
 
-    python3 References.py FOLDER
+    python3 References.py FOLDER [TIMES]
 
-Needs mpmath (Debian: python3-mpmath). Every set has a seed of its own, so that a new one leaves the others as they are. A line is
-one case:
+Needs mpmath (Debian: python3-mpmath). Every set has a seed of its own, so that a new one leaves the others as they are. The sets of
+this folder are those of one time; more times, each with further seeds, make larger sets that begin with them. A line is one case:
 
     operation;input;reference;scale
 
@@ -65,8 +65,10 @@ def line(operation, given, references, scale=None):
 
 def main():
     folder = pathlib.Path(sys.argv[1])
-    for seed, (name, cases) in enumerate(SETS):
-        lines = [line(*case) for case in cases(random.Random(seed + 1))]
+    times = int(sys.argv[2]) if len(sys.argv) > 2 else 1
+    for seed, (name, cases) in enumerate(SETS, start=1):
+        draws = (random.Random(seed + 1000 * time) for time in range(times))
+        lines = [line(*case) for draw in draws for case in cases(draw)]
         title = f"# {name}, written by References.py with 50 digits: operation;input;reference;scale\n"
         (folder / f"{name}.txt").write_text(title + "\n".join(lines) + "\n")
         print(f"{name}: {len(lines)} cases")

@@ -8,8 +8,9 @@ from vectors import dot, exact, length
 GRID = 2.0**20
 
 
-def measured(value):
-    return round(value * GRID) / GRID
+def measured(value, shift):
+    """Far from the origin all digits count, since whole millionths have exact sums."""
+    return value + shift if shift else round(value * GRID) / GRID
 
 
 def solvers(draw):
@@ -57,7 +58,7 @@ def plane(draw, name, shift):
     for _ in range(draw.randint(4, 6)):
         along = [mpf(draw.uniform(-50, 50)), mpf(draw.uniform(-50, 50)), mpf(draw.gauss(0, 0.1))]
         at = frame * mp.matrix(along)
-        points.append([measured(float(at[0]) + shift), measured(float(at[1]) - shift), measured(float(at[2]))])
+        points.append([measured(float(at[0]), shift), measured(float(at[1]), -shift), measured(float(at[2]), 0.0)])
     return name, [c for point in points for c in point], smallest_direction(points), 1
 
 
@@ -67,7 +68,7 @@ def line(draw, name, shift):
     points = []
     for _ in range(draw.randint(3, 5)):
         along, off = draw.uniform(-50, 50), draw.gauss(0, 0.1)
-        points.append([measured(c * along - s * off + shift), measured(s * along + c * off - shift)])
+        points.append([measured(c * along - s * off, shift), measured(s * along + c * off, -shift)])
     return name, [c for point in points for c in point], smallest_direction(points), 1
 
 
