@@ -22,7 +22,7 @@ struct TClosestPoint {
 ///
 /// On a span the squared distance is a polynomial of degree 6. Its smallest Bernstein coefficient is a lower bound, so spans,
 /// and halves of them, whose bound lies above what is reached already are left out; where it is convex, the zero of
-/// (C - P) . C' is the one minimum, and where it is concave, one of the ends. See G. Farin, "Curves and Surfaces for CAGD", for blossoms and the Bernstein form.
+/// (C - P) . C' is the one minimum, and where it is concave or monotone, one of the ends. See G. Farin, "Curves and Surfaces for CAGD", for blossoms and the Bernstein form.
 template <class TPoint>
 TClosestPoint<TPoint> FindClosestPoint(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, const TPoint& Point);
 
