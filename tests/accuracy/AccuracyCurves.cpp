@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "Subjects.h"
 #include "support/PlaneCurveLength.h"
@@ -10,9 +9,6 @@
 namespace ZORBase::Test {
 namespace {
 
-using TCase = const TReferenceCase&;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 constexpr TParalizeMethod kMethods[] = {mEqually, mChord, mCentripetal};
 constexpr const char* kMethodNames[] = {"equal parameters", "chord parameters", "centripetal parameters"};
 // Of the length of a table, on cutting files in millimetres.
@@ -95,7 +91,7 @@ void MeasureSumOfBasis(const TMeasurement& Measurement) {
       std::array<double, 4> N{};
       basis.BasicFuns(basis.FindSpan(u), u, N);
       const long double sum = 0.0L + N[0] + N[1] + N[2] + N[3];
-      row.Add(static_cast<double>(std::fabs(sum - 1.0L)) / kEps, [u] { return "u = " + FloatToStr(u); });
+      row.Add(static_cast<double>(std::fabs(sum - 1.0L)) / kEpsilon, [u] { return "u = " + FloatToStr(u); });
     }
   }
 }

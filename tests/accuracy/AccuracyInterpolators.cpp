@@ -7,8 +7,6 @@
 namespace ZORBase::Test {
 namespace {
 
-using TCase = const TReferenceCase&;
-
 void MeasureMoves(const TMeasurement& Measurement) {
   const auto move = [](TCase C) { return TWcsPtInterpolator(PoseIn(C.In, 0), PoseIn(C.In, 6), 1, 0); };
   const auto pose = [=](TCase C) { return move(C).GetWcsPtbyParam(C.In[12]); };

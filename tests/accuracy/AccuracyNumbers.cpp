@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 #include "Subjects.h"
 #include "support/PortableRandom.h"
@@ -15,18 +14,11 @@ namespace {
 // Rounding once, with what the extended format that measures it may add.
 constexpr double kRoundedOnce = 0.501;
 
-std::string Shown(double Value) { return Format1033("%s", FloatToStr(Value)); }
-
-double LastPlace(double Value) {
-  const double size = std::fabs(Value);
-  return std::nextafter(size, std::numeric_limits<double>::infinity()) - size;
-}
-
 void MeasureLogarithm(const TMeasurement& Measurement) {
   TErrorRow& references = Measurement.Table.Row({"Ln, the library's own logarithm", "ulp"}, kLnErrorBound);
   for (const TReferenceLogarithm& reference : kReferenceLogarithms) {
     const double error = TReference{reference.Ln, reference.Rest}.ErrorOf(Ln(reference.X));
-    references.Add(error == 0.0 ? 0.0 : error / LastPlace(reference.Ln), [&] { return Shown(reference.X); });
+    references.Add(error == 0.0 ? 0.0 : error / LastPlaceOf(reference.Ln), [&] { return FloatToStr(reference.X); });
   }
   TErrorRow& everywhere =
       Measurement.Table.Row({"Ln at random, every magnitude", "ulp", "against the extended logarithm"}, kLnErrorBound);
@@ -35,7 +27,7 @@ void MeasureLogarithm(const TMeasurement& Measurement) {
     const double x = std::ldexp(random.Within(0.5, 1.0), i % 2 == 0 ? random.Below(2000) - 1000 : random.Below(3) - 1);
     const long double exact = std::log(static_cast<long double>(x));
     const auto error = static_cast<double>(std::fabs(Ln(x) - exact));
-    everywhere.Add(error / LastPlace(static_cast<double>(exact)), [&] { return Shown(x); });
+    everywhere.Add(error / LastPlaceOf(static_cast<double>(exact)), [&] { return FloatToStr(x); });
   }
 }
 
@@ -50,7 +42,7 @@ void MeasureTexts(const TMeasurement& Measurement) {
     const double value = std::ldexp(random.Within(0.5, 1.0), random.Below(100) - 39);
     std::string text;
     AppendFixed(text, value, 93);
-    back.Add(std::fabs(StrToFloat1033(text) - value) / LastPlace(value), [&] { return Shown(value); });
+    back.Add(std::fabs(StrToFloat1033(text) - value) / LastPlaceOf(value), [&] { return FloatToStr(value); });
 
     const double moderate = random.Signed(1e4);
     const int decimals = random.Below(13);
@@ -70,7 +62,6 @@ void MeasureTexts(const TMeasurement& Measurement) {
 
 void MeasureNumbers(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Numbers");
-  using TCase = const TReferenceCase&;
   Measurement.Compare("SafeDiv", TMeasure::Ulp, kRoundedOnce,
                       [](TCase C) { return std::vector{SafeDiv(C.In[0], C.In[1], 1e-9)}; });
   Measurement.Compare("DegToRad", TMeasure::Ulp, 1.5, [](TCase C) { return std::vector{DegToRad(C.In[0])}; });

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Subjects.h"
 #include "support/PortableRandom.h"
@@ -8,9 +7,6 @@
 namespace ZORBase::Test {
 namespace {
 
-using TCase = const TReferenceCase&;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 const char* const kArcRemark = "an arc cosine near 1 or -1, by design: eps over the angle's sine";
 
 void MeasureQuaternions(const TMeasurement& Measurement) {
@@ -72,9 +68,9 @@ double Farthest(const std::vector<double>& A, const std::vector<double>& B, doub
 
 // In eps; q and -q are the same rotation.
 double Apart(const TQuaternion& P, const TQuaternion& Q) {
-  return Farthest(Components(P), Components(Q), P.DotMul(Q) < 0.0 ? -1.0 : 1.0) / kEps;
+  return Farthest(Components(P), Components(Q), P.DotMul(Q) < 0.0 ? -1.0 : 1.0) / kEpsilon;
 }
-double Apart(const TMatrix4D& M, const TMatrix4D& N) { return Farthest(Rotation(M), Rotation(N), 1.0) / kEps; }
+double Apart(const TMatrix4D& M, const TMatrix4D& N) { return Farthest(Rotation(M), Rotation(N), 1.0) / kEpsilon; }
 
 TQuaternion FromMatrix(const TMatrix4D& M) {
   TQuaternion q;

@@ -3,8 +3,6 @@
 namespace ZORBase::Test {
 namespace {
 
-using TCase = const TReferenceCase&;
-
 // Formed in the extended format and stored: rounded twice, which is a little more than once.
 constexpr double kStoredOnce = 0.501;
 

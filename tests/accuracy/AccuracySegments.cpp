@@ -7,8 +7,6 @@
 namespace ZORBase::Test {
 namespace {
 
-using TCase = const TReferenceCase&;
-
 // The point and its three derivatives.
 std::array<TPoint2D, 4> PlaneSegmentAt(TCase Case) {
   const auto segment =
@@ -87,7 +85,7 @@ void MeasureQuadrature(const TMeasurement& Measurement) {
   TErrorRow& row = Measurement.Table.Row({"GaussQuadrature of sin over [0, pi / 2]", "eps", "14 points"}, 4.0);
   const double integral = TNumeric::GaussQuadrature([](double x) { return std::sin(x); },
                                                     TGeInterval::Create(0.0, std::numbers::pi / 2, 0.0), 14);
-  row.Add(std::fabs(integral - 1.0) / std::numeric_limits<double>::epsilon(), std::string("the one"));
+  row.Add(std::fabs(integral - 1.0) / kEpsilon, std::string("the one"));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
-#include <limits>
 #include <memory>
 #include <numbers>
 
@@ -12,8 +11,6 @@
 
 namespace ZORBase::Test {
 namespace {
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 // ---------------------------------------------------------------------------------------------- spectra
 
@@ -83,7 +80,7 @@ void MeasureSpectra(const TMeasurement& Measurement) {
       TFFT transform;
       transform.CalFFT(Samples, static_cast<int>(n), 0.001);
       const std::vector<TExact> exact = ExactTransform({Samples.begin(), Samples.end()});
-      Row.Add(SpectrumError(transform, exact) / (kEps * std::sqrt(power)), where);
+      Row.Add(SpectrumError(transform, exact) / (kEpsilon * std::sqrt(power)), where);
       long double largest = 0.0L;
       for (std::size_t k = 0; k < n / 2; ++k) largest = std::max(largest, std::abs(exact[k]));
       for (int k = 0; k < transform.Count(); ++k) {
@@ -111,11 +108,10 @@ void MeasureComplex(const TMeasurement& Measurement) {
     const long double square = std::norm(y);
     const TExact exact(((x.real() * y.real()) + (x.imag() * y.imag())) / square,
                        ((x.imag() * y.real()) - (x.real() * y.imag())) / square);
-    quotient.Add(static_cast<double>(std::abs(TExact(result.real, result.imag) - exact) / std::abs(exact)) / kEps,
+    quotient.Add(static_cast<double>(std::abs(TExact(result.real, result.imag) - exact) / std::abs(exact)) / kEpsilon,
                  where);
     const auto length = static_cast<double>(std::abs(x));
-    const double place = std::nextafter(length, 10.0) - length;
-    norm.Add(static_cast<double>(std::fabs(a.getNorm() - std::abs(x))) / place, where);
+    norm.Add(static_cast<double>(std::fabs(a.getNorm() - std::abs(x))) / LastPlaceOf(length), where);
     long double argument = std::atan2(x.imag(), x.real());
     if (argument < 0.0L) argument += 2.0L * std::numbers::pi_v<long double>;
     angle.Add(static_cast<double>(std::fabs(a.getAngle() - argument)), where);

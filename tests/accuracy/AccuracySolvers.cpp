@@ -3,16 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Subjects.h"
 
 namespace ZORBase::Test {
 namespace {
-
-using TCase = const TReferenceCase&;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 // ---------------------------------------------------------------------------------------------- decompositions
 
@@ -49,7 +44,7 @@ double Orthogonality(const std::vector<double>& Items, int M, int N) {
     for (int k = 0; k < M; ++k) sum += q(k, i) * q(k, j);
     return sum;
   };
-  return OneNorm(N, N, entry) / (M * kEps);
+  return OneNorm(N, N, entry) / (M * kEpsilon);
 }
 
 void MeasureMatrix(const TMatrixCase& Matrix, const std::string& Name, TErrorRow& Backward, TErrorRow& OfU,
@@ -67,7 +62,7 @@ void MeasureMatrix(const TMatrixCase& Matrix, const std::string& Name, TErrorRow
     return sum;
   };
   const std::string where = Name + " " + std::to_string(m) + " x " + std::to_string(n);
-  Backward.Add(OneNorm(m, n, rest) / (OneNorm(m, n, a) * std::max(m, n) * kEps), where);
+  Backward.Add(OneNorm(m, n, rest) / (OneNorm(m, n, a) * std::max(m, n) * kEpsilon), where);
   OfU.Add(Orthogonality(u, m, n), where);
   OfV.Add(Orthogonality(v, n, n), where);
 }
@@ -86,9 +81,9 @@ void MeasureDecompositions(const TMeasurement& Measurement) {
   table.Subject("Decompositions and linear systems");
   constexpr double limit = 10.0;
   TErrorRow& backward =
-      table.Row({"SvdDecompose, backward error", "\\|A - U W V'\\| / (\\|A\\| max(M, N) eps)"}, limit);
-  TErrorRow& ofU = table.Row({"SvdDecompose, orthogonality of U", "\\|I - U'U\\| / (M eps)"}, limit);
-  TErrorRow& ofV = table.Row({"SvdDecompose, orthogonality of V", "\\|I - V'V\\| / (N eps)"}, limit);
+      table.Row({"SvdDecompose, backward error", "norm(A - U W V') / (norm(A) max(M, N) eps)"}, limit);
+  TErrorRow& ofU = table.Row({"SvdDecompose, orthogonality of U", "norm(I - U'U) / (M eps)"}, limit);
+  TErrorRow& ofV = table.Row({"SvdDecompose, orthogonality of V", "norm(I - V'V) / (N eps)"}, limit);
   std::vector<TSize> sizes(std::begin(kSmallSizes), std::end(kSmallSizes));
   if (Measurement.Effort == TEffort::Full) sizes.insert(sizes.end(), std::begin(kLargeSizes), std::end(kLargeSizes));
   for (const auto& [m, n] : sizes) {
@@ -108,7 +103,7 @@ void MeasureDecompositions(const TMeasurement& Measurement) {
     MatrixDivUsingSvd(&a, &b, m, n, &x, true);
     return std::vector<double>(x.begin(), x.end());
   };
-  const std::string scale = "scale: cond \\|x\\|, and cond^2 \\|residual\\| / \\|A\\|";
+  const std::string scale = "scale: cond norm(x) + cond^2 norm(residual) / norm(A)";
   Measurement.Compare("MatrixDivUsingSvd", TMeasure::Eps, limit, solution, scale);
   Measurement.Compare("MatrixDivUsingSvd, Hilbert matrices", TMeasure::Eps, limit, solution, scale);
 }

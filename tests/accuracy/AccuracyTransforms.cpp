@@ -6,8 +6,6 @@
 namespace ZORBase::Test {
 namespace {
 
-using TCase = const TReferenceCase&;
-
 void MeasureTurns(const TMeasurement& Measurement) {
   const auto rotated = [](TCase C) {
     TMatrix3D matrix = TMatrix3D::CreateIdent();

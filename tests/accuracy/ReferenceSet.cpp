@@ -5,9 +5,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <limits>
 #include <sstream>
 #include <stdexcept>
+
+#include "support/Numbers.h"
 
 namespace ZORBase::Test {
 namespace {
@@ -52,21 +53,21 @@ TReferenceCase CaseOf(const std::vector<std::string>& Fields) {
   return result;
 }
 
-double LastPlaceOf(double Value) {
-  const double size = std::fabs(Value);
-  return std::nextafter(size, std::numeric_limits<double>::infinity()) - size;
-}
-
 double UnitOf(const TReference& Reference, double Scale, TMeasure Measure) {
   switch (Measure) {
     case TMeasure::Ulp: return LastPlaceOf(Reference.Nearest);
-    case TMeasure::Eps: return std::numeric_limits<double>::epsilon() * Scale;
+    case TMeasure::Eps: return kEpsilon * Scale;
     case TMeasure::Relative: return Scale;
     default: return 1.0;
   }
 }
 
 }  // namespace
+
+double LastPlaceOf(double Value) {
+  const double size = std::fabs(Value);
+  return std::nextafter(size, kInfinity) - size;
+}
 
 double TReference::ErrorOf(double Value) const { return std::fabs((Value - Nearest) - Rest); }
 

@@ -20,6 +20,9 @@ struct TReference {
   double ErrorOf(double Value) const;
 };
 
+/// The distance from the size of Value to the next larger double.
+double LastPlaceOf(double Value);
+
 /// A line of a reference set.
 struct TReferenceCase {
   std::string Name;  ///< "1.5, 2" for a short input, otherwise "points.txt, case 17"

@@ -10,8 +10,11 @@
 
 #include "ErrorTable.h"
 #include "ReferenceSet.h"
+#include "support/Numbers.h"
 
 namespace ZORBase::Test {
+
+using TCase = const TReferenceCase&;
 
 /// How much is measured: everything, or as much as an ordinary test has the time for.
 enum class TEffort { Full, Quick };

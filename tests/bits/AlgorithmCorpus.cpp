@@ -6,20 +6,21 @@
 namespace ZORBase::Test {
 namespace {
 
-struct TSize {
+struct TMatrixSize {
   int M;
   int N;
 };
 
 // Sizes on both sides of every block and panel of the decomposition.
-constexpr TSize kSizes[] = {{1, 1}, {3, 2}, {3, 3}, {17, 5}, {40, 33}, {64, 64}, {90, 71}, {130, 20}, {700, 3}};
+constexpr TMatrixSize kMatrixSizes[] = {{1, 1},   {3, 2},   {3, 3},    {17, 5}, {40, 33},
+                                        {64, 64}, {90, 71}, {130, 20}, {700, 3}};
 
 std::size_t Product(int M, int N) { return static_cast<std::size_t>(M) * static_cast<std::size_t>(N); }
 
 void AddDecompositions(TCorpus& Corpus) {
   Corpus.Exact("SvdDecompose, SvdBackSubstitute", [](TResults& Result) {
     TPortableRandom random(701);
-    for (const auto& [m, n] : kSizes) {
+    for (const auto& [m, n] : kMatrixSizes) {
       std::vector<double> a = random.Numbers(Product(m, n), 1.0);
       const std::vector<double> b = random.Numbers(static_cast<std::size_t>(m), 1.0);
       std::vector<double> w(static_cast<std::size_t>(n)), v(Product(n, n)), x(static_cast<std::size_t>(n));
@@ -30,7 +31,7 @@ void AddDecompositions(TCorpus& Corpus) {
   });
   Corpus.Exact("MatrixDivUsingSvd by rows and by columns", [](TResults& Result) {
     TPortableRandom random(702);
-    for (const auto& [m, n] : kSizes) {
+    for (const auto& [m, n] : kMatrixSizes) {
       const TDoubleList a(random.Numbers(Product(m, n), 1.0));
       const TDoubleList b(random.Numbers(static_cast<std::size_t>(m), 1.0));
       for (const bool isByRow : {true, false}) {

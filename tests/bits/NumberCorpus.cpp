@@ -8,7 +8,7 @@
 namespace ZORBase::Test {
 namespace {
 
-constexpr int kCases = 2000;
+constexpr int kNumberCases = 2000;
 
 // All magnitudes, as likely as each other.
 double AnySize(TPortableRandom& Random, int Exponents) {
@@ -19,7 +19,7 @@ double AnySize(TPortableRandom& Random, int Exponents) {
 void AddDivisions(TCorpus& Corpus) {
   Corpus.Exact("SafeDiv, SafeDivXD", [](TResults& Result) {
     TPortableRandom random(101);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kNumberCases; ++i) {
       const double numerator = AnySize(random, 60);
       const double denominator = AnySize(random, 60);
       Result(SafeDiv(numerator, denominator, 1e-9), SafeDivXD(numerator, denominator, 1e-12));
@@ -27,28 +27,28 @@ void AddDivisions(TCorpus& Corpus) {
   });
   Corpus.Exact("DegToRad, RadToDeg", [](TResults& Result) {
     TPortableRandom random(102);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kNumberCases; ++i) {
       const double angle = random.Signed(720.0);
       Result(DegToRad(angle), RadToDeg(angle));
     }
   });
   Corpus.Exact("the library's own logarithm", [](TResults& Result) {
     TPortableRandom random(103);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kNumberCases; ++i) {
       const double anywhere = std::fabs(AnySize(random, 1000));
       Result(Ln(anywhere), Ln(random.Within(0.5, 2.0)));
     }
   });
   Corpus.Library("ArcCos", [](TResults& Result) {
     TPortableRandom random(104);
-    for (int i = 0; i < kCases; ++i) Result(ArcCos(random.Signed(1.0)));
+    for (int i = 0; i < kNumberCases; ++i) Result(ArcCos(random.Signed(1.0)));
   });
 }
 
 void AddTexts(TCorpus& Corpus) {
   Corpus.Exact("AppendFixed, Format1033, FloatToStr", [](TResults& Result) {
     TPortableRandom random(105);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kNumberCases; ++i) {
       const double value = AnySize(random, 90);
       std::string text;
       AppendFixed(text, value, i % 18);
@@ -57,7 +57,7 @@ void AddTexts(TCorpus& Corpus) {
   });
   Corpus.Exact("StrToFloat1033", [](TResults& Result) {
     TPortableRandom random(106);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kNumberCases; ++i) {
       std::string digits = i % 2 == 0 ? "-" : "";
       const int count = 1 + random.Below(25);
       for (int k = 0; k < count; ++k) digits += static_cast<char>('0' + random.Below(10));

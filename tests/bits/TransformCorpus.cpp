@@ -4,8 +4,8 @@
 namespace ZORBase::Test {
 namespace {
 
-constexpr int kCases = 300;
-constexpr double kSize = 500.0;
+constexpr int kTurnCases = 300;
+constexpr double kTurnSize = 500.0;
 
 // Not a rotation.
 TMatrix4D AnyAffine(TPortableRandom& Random) {
@@ -19,18 +19,18 @@ TMatrix4D AnyAffine(TPortableRandom& Random) {
 void AddGivenMatrices(TCorpus& Corpus) {
   Corpus.Exact("TMatrix2D, TMatrix3D: Transform", [](TResults& Result) {
     TPortableRandom random(301);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kTurnCases; ++i) {
       const std::vector<double> m = random.Numbers(9, 2.0);
       TMatrix3D matrix;
       matrix.fm = {{{m[0], m[1], m[2]}, {m[3], m[4], m[5]}, {m[6], m[7], m[8]}}};
-      const TPoint3D p = random.Point3D(kSize);
+      const TPoint3D p = random.Point3D(kTurnSize);
       Result(matrix.Transform(p), TMatrix2D::Create(m[0], m[1], m[2], m[3], m[4], m[5]).Transform(TPoint2D{p.X, p.Y}));
     }
   });
   Corpus.Exact("TMatrix4D: products, sums, inverse, determinant", [](TResults& Result) {
     TPortableRandom random(302);
-    for (int i = 0; i < kCases; ++i) {
-      TMatrix4D a = AnyAffine(random), turn = random.Placement(kSize);
+    for (int i = 0; i < kTurnCases; ++i) {
+      TMatrix4D a = AnyAffine(random), turn = random.Placement(kTurnSize);
       const TMatrix4D b = AnyAffine(random);
       Result(a * b, turn * a, a + b, a - b, a * 3.7, a.Determinant(), turn.Determinant(), a.RoundTo(-3));
       a.Invert();
@@ -41,18 +41,19 @@ void AddGivenMatrices(TCorpus& Corpus) {
   Corpus.Exact("TMatrix4D: transforms of one and of many", [](TResults& Result) {
     TPortableRandom random(303);
     std::vector<TPoint3D> points(1003);
-    for (TPoint3D& point : points) point = random.Point3D(kSize);
+    for (TPoint3D& point : points) point = random.Point3D(kTurnSize);
     points[17].X = 2e10;
     points[500].Y = -2e10;
     std::vector<TPoint3D> moved(points.size());
     for (int i = 0; i < 5; ++i) {
-      const TMatrix4D matrix = i % 2 == 0 ? AnyAffine(random) : random.Placement(kSize);
+      const TMatrix4D matrix = i % 2 == 0 ? AnyAffine(random) : random.Placement(kTurnSize);
       matrix.TransformPts(points, moved);
       for (const TPoint3D& point : moved) Result(point);
       matrix.TransformVecs(points, moved);
       for (const TPoint3D& point : moved) Result(point);
-      const TPoint3D p = random.Point3D(kSize);
-      Result(matrix.TransformPt(p), matrix.TransformVec(p), p * matrix, matrix.TransformPose(random.Point6D(kSize)));
+      const TPoint3D p = random.Point3D(kTurnSize);
+      Result(matrix.TransformPt(p), matrix.TransformVec(p), p * matrix,
+             matrix.TransformPose(random.Point6D(kTurnSize)));
     }
   });
 }
@@ -61,8 +62,8 @@ void AddTurns(TCorpus& Corpus) {
   Corpus.Library("TMatrix3D.RotateBy, TMatrix4D about an axis and from vector to vector", [](TResults& Result) {
     TPortableRandom random(304);
     TMatrix3D sum = TMatrix3D::CreateIdent();
-    for (int i = 0; i < kCases; ++i) {
-      const TPoint3D axis = random.Point3D(kSize);
+    for (int i = 0; i < kTurnCases; ++i) {
+      const TPoint3D axis = random.Point3D(kTurnSize);
       const double angle = random.Signed(7.0);
       sum.RotateBy(angle, axis);
       const TPoint3D from = random.Direction();
@@ -71,18 +72,18 @@ void AddTurns(TCorpus& Corpus) {
   });
   Corpus.Library("TMatrix4D: Euler angles in both orders, and back", [](TResults& Result) {
     TPortableRandom random(305);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kTurnCases; ++i) {
       const TPoint6D pose = random.Point6D(4.0);
       TMatrix4D xyz, zyx;
       xyz.CreateFromEulerAngleXYZ(pose);
       zyx.CreateFromEulerAngleZYX(pose);
-      const TMatrix4D given = random.Placement(kSize);
+      const TMatrix4D given = random.Placement(kTurnSize);
       Result(xyz, zyx, given.Matrix4DToEulerAngleXYZ(), given.Matrix4DToEulerAngleZYX());
     }
   });
   Corpus.Library("TMatrix4D: angles about one axis and about two", [](TResults& Result) {
     TPortableRandom random(306);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kTurnCases; ++i) {
       const TPoint3D axis = random.Direction(), other = random.Direction();
       const double angle = random.Signed(3.0);
       const TMatrix4D turn = TMatrix4D::Create(axis, angle);
@@ -94,12 +95,12 @@ void AddTurns(TCorpus& Corpus) {
   });
   Corpus.Library("TMatrix4D.RoundTo to powers of ten above 1", [](TResults& Result) {
     TPortableRandom random(307);
-    for (int i = 0; i < kCases; ++i) Result((AnyAffine(random) * 1e5).RoundTo(i % 5));
+    for (int i = 0; i < kTurnCases; ++i) Result((AnyAffine(random) * 1e5).RoundTo(i % 5));
   });
   Corpus.Library("TEulerAng: from axes, tool direction", [](TResults& Result) {
     TPortableRandom random(308);
-    for (int i = 0; i < kCases; ++i) {
-      const TMatrix4D frame = random.Placement(kSize);
+    for (int i = 0; i < kTurnCases; ++i) {
+      const TMatrix4D frame = random.Placement(kTurnSize);
       const TPoint3D angles = random.Point3D(4.0);
       Result(TEulerAng::CreatebyXYVec(frame.GetColVector(0), frame.GetColVector(1)));
       Result(TEulerAng::Create(angles.X, angles.Y, angles.Z).ToVector());
@@ -117,7 +118,7 @@ void AddTransforms(TCorpus& Corpus) {
 void AddOrientations(TCorpus& Corpus) {
   Corpus.Exact("TQuaternion: products, inverse, matrix and back", [](TResults& Result) {
     TPortableRandom random(401);
-    for (int i = 0; i < 2 * kCases; ++i) {
+    for (int i = 0; i < 2 * kTurnCases; ++i) {
       const TQuaternion p = random.Orientation(), q = random.Orientation();
       TQuaternion back;
       back.CreateFromMatrix4D(p.ToMatrix4D());
@@ -126,16 +127,16 @@ void AddOrientations(TCorpus& Corpus) {
   });
   Corpus.Exact("NLerp of quaternions and matrices", [](TResults& Result) {
     TPortableRandom random(402);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kTurnCases; ++i) {
       const TQuaternion p = random.Orientation(), q = random.Orientation();
-      const TMatrix4D m = random.Placement(kSize), n = random.Placement(kSize);
+      const TMatrix4D m = random.Placement(kTurnSize), n = random.Placement(kTurnSize);
       const double t = random.Unit();
       Result(NLerpQuaternion(t, p, q), NLerp4DMatrix(t, m, n));
     }
   });
   Corpus.Library("TQuaternion: Log, Exp; QuaternionAngle, MatrixAngle", [](TResults& Result) {
     TPortableRandom random(403);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kTurnCases; ++i) {
       const TQuaternion p = random.Orientation(), q = random.Orientation();
       TQuaternion raised;
       raised.Exp(random.Point3D(3.0));
@@ -144,10 +145,10 @@ void AddOrientations(TCorpus& Corpus) {
   });
   Corpus.Library("SLerp and Squad of quaternions and matrices", [](TResults& Result) {
     TPortableRandom random(404);
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < kTurnCases; ++i) {
       const TQuaternion q0 = random.Orientation(), q1 = random.Orientation();
       const TQuaternion q2 = random.Orientation(), q3 = random.Orientation();
-      const TMatrix4D m1 = random.Placement(kSize), m2 = random.Placement(kSize);
+      const TMatrix4D m1 = random.Placement(kTurnSize), m2 = random.Placement(kTurnSize);
       const double t = random.Unit();
       Result(SLerpQuaternion(t, q1, q2), SquadQuaternion(t, q0, q1, q2, q3), SLerp4DMatrix(t, m1, m2));
       Result(Squad4DMatrix(t, q0.ToMatrix4D(), m1, m2, q3.ToMatrix4D()));

@@ -19,40 +19,35 @@ run() {
   rows+=("$name|$description")
 }
 
-# build NAME CMAKE_ARGUMENT...: builds the corpus below build/bits/NAME.
-build() {
-  local name=$1
-  shift
-  cmake -S . -B "build/bits/$name" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZORBASE_TOOLS=OFF -DZORBASE_EXAMPLES=OFF "$@" >/dev/null
-  cmake --build "build/bits/$name" --target zorbase_bits >&2
-}
-
 program() { echo "build/bits/$1/tests/bits/zorbase_bits"; }
 
-# build_and_run NAME DESCRIPTION CMAKE_ARGUMENT...
+# build_and_run FOLDER NAME DESCRIPTION CMAKE_ARGUMENT...: builds the corpus below build/bits/FOLDER.
 build_and_run() {
-  local name=$1 description=$2
-  shift 2
-  build "$name" "$@"
-  run "$name" "$description" "$(program "$name")"
+  local folder=$1 name=$2 description=$3
+  shift 3
+  cmake -S . -B "build/bits/$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZORBASE_TOOLS=OFF -DZORBASE_EXAMPLES=OFF "$@" >/dev/null
+  cmake --build "build/bits/$folder" --target zorbase_bits >&2
+  run "$name" "$description" "$(program "$folder")"
 }
 
 for compiler in g++ clang++; do
   for level in O0 O2 O3; do
-    build_and_run "$compiler-$level" "$compiler -$level" -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS_RELEASE="-$level"
+    build_and_run "$compiler-$level" "$compiler-$level" "$compiler -$level" \
+      -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS_RELEASE="-$level" -DZORBASE_TARGET=
   done
-done
-o2=-DCMAKE_CXX_FLAGS_RELEASE=-O2
-build_and_run g++-baseline "g++ -O2, kernels for the baseline only" -DCMAKE_CXX_COMPILER=g++ $o2 -DZORBASE_TARGET=baseline
-build_and_run g++-avx2 "g++ -O2, kernels for AVX2 only" -DCMAKE_CXX_COMPILER=g++ $o2 -DZORBASE_TARGET=avx2
-for compiler in g++ clang++; do
-  build_and_run "$compiler-all-avx2" "$compiler -O2 -mavx2, everything for AVX2" \
-    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS_RELEASE="-O2 -mavx2"
 done
 # The C library picks its functions by processor, so that its own variants take part, too.
 for processor in Nehalem max; do
-  run "qemu-$processor" "g++ -O2 on an emulated processor, \`qemu-x86_64 -cpu $processor\`" qemu-x86_64 -cpu "$processor" "$(program g++-O2)"
-  run "qemu-O0-$processor" "clang++ -O0 on the same" qemu-x86_64 -cpu "$processor" "$(program clang++-O0)"
+  run "qemu-$processor" "g++ -O2 on an emulated processor, \`qemu-x86_64 -cpu $processor\`" \
+    qemu-x86_64 -cpu "$processor" "$(program g++-O2)"
+done
+# Only the kernels are compiled again.
+for variant in baseline avx2; do
+  build_and_run g++-O2 "g++-$variant" "g++ -O2, kernels for $variant only" -DZORBASE_TARGET=$variant
+done
+for compiler in clang++ g++; do
+  build_and_run "$compiler-mavx2" "$compiler-mavx2" "$compiler -O2 -mavx2, everything for AVX2" \
+    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS_RELEASE="-O2 -mavx2"
 done
 
 # The hash of all results of a kind.
