@@ -1,5 +1,7 @@
 """B-spline curves, Bezier segments and quadrature."""
 
+import functools
+
 from mpmath import mp, mpf
 
 from vectors import doubles, dot, exact, length, minus, plus, times
@@ -163,7 +165,9 @@ def legendre(n, x):
     return here, n * (before - x * here) / (1 - x * x)
 
 
+@functools.lru_cache
 def legendre_rule(n):
+    """The places and weights of the rule with n points, by Newton's iteration."""
     nodes = []
     for k in range(n):
         x = -mp.cos(mp.pi * (k + mpf(3) / 4) / (n + mpf(1) / 2))
