@@ -32,7 +32,7 @@ class TBucketIndex {
     FLast = Count - 1;
     FScale = buckets / width;
     FTo = FFrom = Key(0);
-    Fill(static_cast<std::size_t>(buckets) + 1, Key);
+    Fill(Places(Count, BucketsPerKey), Key);
     FTo = Key(FLast);
   }
 
@@ -41,10 +41,13 @@ class TBucketIndex {
     FTo = FFrom;
   }
 
-  /// Makes room for the buckets of Count keys, so that Build does not allocate.
-  void Reserve(std::size_t Count, double BucketsPerKey) {
-    FFirst.reserve(static_cast<std::size_t>(BucketsPerKey * static_cast<double>(Count)) + 3);
+  ///@{
+  /// Makes room for the buckets of Count keys, so that Build does not allocate; and whether there is room.
+  void Reserve(std::size_t Count, double BucketsPerKey) { FFirst.reserve(Places(Count, BucketsPerKey)); }
+  bool HasRoomFor(std::size_t Count, double BucketsPerKey) const {
+    return Places(Count, BucketsPerKey) <= FFirst.capacity();
   }
+  ///@}
 
   TBucketIndex() = default;
   TBucketIndex(const TBucketIndex&) = default;
@@ -108,6 +111,11 @@ class TBucketIndex {
  private:
   static constexpr std::size_t kGuessed = 4;  // a guess looks at as many keys behind the first one
 
+  // The buckets, the end of the last one, and one more in case of a rounding.
+  static std::size_t Places(std::size_t Count, double BucketsPerKey) {
+    return static_cast<std::size_t>(BucketsPerKey * static_cast<double>(Count)) + 3;
+  }
+
   // Keys over so small a range are not worth their overflows.
   static constexpr double kSteepest = 1e300;
 
@@ -127,8 +135,8 @@ class TBucketIndex {
   // First[b] becomes the last key that lies in a bucket before b, or an earlier one: two keys after it exist. Of several keys in
   // a bucket the last one stays.
   template <class TKey>
-  void Fill(std::size_t Buckets, TKey& Key) {
-    FFirst.assign(Buckets + 2, 0);
+  void Fill(std::size_t Size, TKey& Key) {
+    FFirst.assign(Size, 0);
     for (std::size_t i = 0; i + 2 <= FLast; ++i) FFirst[Bucket(Key(i)) + 1] = static_cast<std::uint32_t>(i);
     for (std::size_t b = 1; b < FFirst.size(); ++b) FFirst[b] = std::max(FFirst[b], FFirst[b - 1]);
   }

@@ -7,8 +7,9 @@
 namespace ZORBase {
 namespace {
 
-// The rows are spread almost evenly, and the buckets of a long table are to stay in the cache.
-constexpr double kBucketsPerRow = 1.0 / 16.0;
+// The rows are spread almost evenly. The buckets of a long table are to stay in the cache, and a place in them is guessed.
+bool IsLong(std::size_t Rows) { return Rows > 1U << 16U; }
+double BucketsPerRow(std::size_t Rows) { return IsLong(Rows) ? 1.0 / 16.0 : 1.0; }
 
 // The text names one direction and serves both.
 [[noreturn]] void RaiseZeroDividend() { RaiseGeneralError("CalcuHermiteS: The dividend is 0"); }
@@ -42,6 +43,8 @@ struct TDirection {
 
   // No row that is at least so far away is within the tolerance, whatever the rounding of the difference.
   static constexpr double kClearMargin = 2e-7;
+  // Nor one so far away, as the rounding of the difference alone can tell.
+  static constexpr double kRowMargin = 1.000001e-7;
 
   /// The index is there unless the rows have changed; that their number has is seen even if the table was not asked.
   static bool IsIndexed(const TSUTable& Table) { return !Table.FKeys.empty() && Table.FKeys.size() == Table.size(); }
@@ -56,7 +59,18 @@ struct TDirection {
       for (int step = 1; step < kStep; ++step) row += static_cast<int>(KeyOf(Row + step) <= X);
       return static_cast<std::size_t>(row);
     }
-    return Index(Table).FindByGuess(KeyOf, X);
+    return IsLong(Table.size()) ? Index(Table).FindByGuess(KeyOf, X) : Index(Table).Find(KeyOf, X);
+  }
+
+  /// \return whether X, between the rows Row and Row + 1, is near none that a bisection could meet, so that it ends between them.
+  template <class TKeyOf>
+  static bool IsClear(int Count, TKeyOf KeyOf, int Row, double X) {
+    const double fromRow = X - KeyOf(Row);
+    const double toNext = KeyOf(Row + 1) - X;
+    if (Row == 0 || Row + 2 >= Count) return fromRow >= kClearMargin && toNext >= kClearMargin;
+    // The ends of the table, where roundings of another kind count, lie farther out.
+    return fromRow >= kRowMargin && toNext >= kRowMargin && X - KeyOf(Row - 1) >= kClearMargin &&
+           KeyOf(Row + 2) - X >= kClearMargin;
   }
 
   /// Gives what Bisect gives, through the index, and the row at or before X in Row, which may be known to be near. \return false
@@ -68,9 +82,7 @@ struct TDirection {
     const auto value = [keys](auto i) { return keys[i].*IndexedValue; };
     Row = static_cast<int>(RowFrom(Table, Row, key, X));
     TRowPlace place = {Row, true};
-    if (!(X - key(Row) >= kClearMargin && key(Row + 1) - X >= kClearMargin)) {
-      place = FindRowAt(Row, Table.Count(), key, X);
-    }
+    if (!IsClear(Table.Count(), key, Row, X)) place = FindRowAt(Row, Table.Count(), key, X);
     Result = place.Between ? CalcuHermite(Table.Count(), key, value, X, place.Row) : value(place.Row);
     return true;
   }
@@ -128,21 +140,23 @@ void TSUTable::GetSByU(std::span<const double> u, std::span<double> S) const { T
 void TSUTable::ReserveRows(std::size_t Rows) {
   TList::Reserve(Rows);
   FKeys.reserve(Rows);
-  FByS.Reserve(Rows, kBucketsPerRow);
-  FByU.Reserve(Rows, kBucketsPerRow);
+  FByS.Reserve(Rows, BucketsPerRow(Rows));
+  FByU.Reserve(Rows, BucketsPerRow(Rows));
 }
 
 bool TSUTable::HasRoomFor(std::size_t Rows) const {
   constexpr std::size_t kWaste = 2;  // room for so many times the rows is given back
-  return Rows <= Capacity() && Rows <= FKeys.capacity() && Capacity() / kWaste <= Rows;
+  const double bucketsPerRow = BucketsPerRow(Rows);
+  return Rows <= Capacity() && Rows <= FKeys.capacity() && Capacity() / kWaste <= Rows &&
+         FByS.HasRoomFor(Rows, bucketsPerRow) && FByU.HasRoomFor(Rows, bucketsPerRow);
 }
 
 void TSUTable::IndexRows() {
   const TKeys* const keys = FKeys.data();
   FByS.Build(
-      size(), [keys](std::size_t i) { return keys[i].S; }, kBucketsPerRow);
+      size(), [keys](std::size_t i) { return keys[i].S; }, BucketsPerRow(size()));
   FByU.Build(
-      size(), [keys](std::size_t i) { return keys[i].u; }, kBucketsPerRow);
+      size(), [keys](std::size_t i) { return keys[i].u; }, BucketsPerRow(size()));
 }
 
 void TSUTable::DropIndex() {
