@@ -75,15 +75,15 @@ void CheckFit(const TNurbs6D& Curve, const TPoint6DList& Poses, std::span<const 
   }
 }
 
-TList<TPoint2D> InThePlane(const TPoint6DList& Poses) {
-  TList<TPoint2D> points;
-  for (const TPoint6D& pose : Poses) points.Add(TPoint2D::Create(pose.X, pose.Y));
-  return points;
-}
-
-void Fit(TFuzzInput& Input, TParalizeMethod Method, std::span<const double> Places) {
+void FitBoth(TFuzzInput& Input, TParalizeMethod Method, std::span<const double> Places) {
   const TPoint6DList poses = Input.Poses(kMostPoses);
-  if (TakesLong(poses)) return;
+  TPoint6DList flatPoses;
+  TList<TPoint2D> points;
+  for (const TPoint6D& pose : poses) {
+    flatPoses.Add(TPoint6D::Create(pose.X, pose.Y, 0, 0, 0, 0));
+    points.Add(TPoint2D::Create(pose.X, pose.Y));
+  }
+  if (TakesLong(poses) || TakesLong(flatPoses)) return;
   const TPoint6D somewhere = poses.size() == 0 ? TPoint6D() : poses.Last() * 0.5;
   TNurbs6D curve;
   bool isFitted = false;
@@ -91,7 +91,7 @@ void Fit(TFuzzInput& Input, TParalizeMethod Method, std::span<const double> Plac
   if (isFitted) CheckFit(curve, poses, Places);
   Use(curve, Places, somewhere);
   TNurbs2D planeCurve;
-  Attempt([&] { planeCurve.CreateCross(InThePlane(poses), Method); });
+  Attempt([&] { planeCurve.CreateCross(points, Method); });
   Use(planeCurve, Places, TPoint2D::Create(somewhere.X, somewhere.Y));
 }
 
@@ -115,7 +115,7 @@ ZORBASE_FUZZ_TARGET(Curve) {
   if (what == 3) {
     TakeControlPoints(Input, places);
   } else {
-    Fit(Input, static_cast<TParalizeMethod>(what), places);
+    FitBoth(Input, static_cast<TParalizeMethod>(what), places);
   }
 }
 
