@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ZORBase::Tool {
 namespace {
@@ -16,8 +17,8 @@ constexpr double kSamePlace = TNurbs6D::kSmallestChord;
 
 }  // namespace
 
-TPathPlaces::TPathPlaces(const TSpacing& Spacing, double Length, std::string_view Nouns)
-    : FSpacing(Spacing), FLength(Length) {
+TPathPlaces::TPathPlaces(TSpacing Spacing, double Length, std::string_view Nouns)
+    : FSpacing(std::move(Spacing)), FLength(Length) {
   if (FSpacing.Step) {
     CountSteps(Nouns);
   } else if (FSpacing.Count) {

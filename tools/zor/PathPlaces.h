@@ -19,7 +19,7 @@ class TPathPlaces {
  public:
   /// \param Nouns  what is given at the places, for messages.
   /// \throws TUsageError for more than kMaxPoses places, and for a length that is not on the path.
-  TPathPlaces(const TSpacing& Spacing, double Length, std::string_view Nouns);
+  TPathPlaces(TSpacing Spacing, double Length, std::string_view Nouns);
 
   std::int64_t Count() const { return FBeforeEnd + 1; }
   double operator[](std::int64_t Index) const;

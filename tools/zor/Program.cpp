@@ -15,7 +15,7 @@
 namespace ZORBase::Tool {
 namespace {
 
-constexpr auto kFooter =
+constexpr auto kProgramFooter =
     R"(Files hold one pose per line, X,Y,Z,A,B,C: a position and the direction of the tool axis. "-" is standard
 input or standard output. "zor SUBCOMMAND --help" shows the options of a subcommand and examples.
 
@@ -59,7 +59,7 @@ std::unique_ptr<CLI::App> MakeProgram() {
   auto made = std::make_unique<CLI::App>(
       "Works on measured tool poses, smooth paths through them, and sampled signals.", "zor");
   CLI::App& program = *made;
-  program.footer(kFooter);
+  program.footer(kProgramFooter);
   program.set_help_flag("-h,--help", "Print this help and exit");
   program.set_version_flag("--version", "zor " ZORBASE_VERSION, "Print the version and exit");
   program.require_subcommand(0, 1);

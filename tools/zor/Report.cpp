@@ -135,8 +135,11 @@ void TReport::AddSection(TJson& Json, const TSection& Section) {
       const std::string& column = Section.Columns.at(i).Key;
       (Section.Nesting == rnByColumn ? target[column][row.Key] : cells[column]) = JsonOf(row.Values[i]);
     }
-    if (Section.Nesting == rnByRow) target[row.Key] = std::move(cells);
-    if (Section.Nesting == rnList) target.push_back(std::move(cells));
+    if (Section.Nesting == rnByRow) {
+      target[row.Key] = std::move(cells);
+    } else if (Section.Nesting == rnList) {
+      target.push_back(std::move(cells));
+    }
   }
 }
 

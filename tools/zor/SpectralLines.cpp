@@ -47,6 +47,7 @@ std::vector<TSpectralLine> StrongestLines(const TFFT& Spectrum, std::size_t Samp
   }
   const double scale = AmplitudeScale(Spectrum, Samples);
   std::vector<TSpectralLine> lines;
+  lines.reserve(chosen.size());
   for (const int bin : chosen) {
     lines.push_back({Spectrum.getFrq(bin), scale * Spectrum.getAmp(bin), Spectrum.getPhase(bin)});
   }
