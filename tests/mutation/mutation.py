@@ -18,6 +18,7 @@ import os
 import re
 import resource
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -320,6 +321,7 @@ def main():
     parser.add_argument('--seed', type=int, default=1, help='which ones (1)')
     parser.add_argument('--frozen', action='store_true', help='run: go on with the copy as it is, without changes of the tree')
     arguments = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that a planted mistake is taken out again
     if arguments.action == 'run':
         run(arguments.count, arguments.seed, arguments.frozen)
         return 0
