@@ -121,7 +121,7 @@ void AddInterpolators(TCorpus& Corpus) {
       Result(move.Count(), move.GetWcsPt(3), move.GetWcsPtbyParam(random.Unit()));
     }
   });
-  Corpus.Library("TWcsPtInterpolator", [](TResults& Result) {
+  Corpus.Inherited("TWcsPtInterpolator", [](TResults& Result) {
     TPortableRandom random(804);
     for (int i = 0; i < 100; ++i) {
       TPoint6D begin = random.Point6D(3.0), end = random.Point6D(3.0);
@@ -153,7 +153,7 @@ void Smooth(TResults& Result, TBaseLowPassFilter& Filter, std::uint64_t Seed) {
 
 template <class TFilter>
 void AddWindow(TCorpus& Corpus, const char* Name, std::uint64_t Seed) {
-  Corpus.Library(Name, [Seed](TResults& Result) {
+  Corpus.Inherited(Name, [Seed](TResults& Result) {
     TFilter filter;
     Smooth(Result, filter, Seed);
     for (const double f : {0.0, 3.0, 6.5, 20.0, 333.0}) Result(filter.CalcAttenByF(f));
@@ -179,7 +179,7 @@ void AddSignals(TCorpus& Corpus) {
       Result(a + b, a - b, a * b, a / b, 0.3 * a, a.getNorm(), a.ComplexPower(i % 20));
     }
   });
-  Corpus.Library("TComplex.getAngle, TFFT.Wn_i", [](TResults& Result) {
+  Corpus.Inherited("TComplex.getAngle, TFFT.Wn_i", [](TResults& Result) {
     TPortableRandom random(906);
     for (int i = 0; i < 500; ++i) {
       const TPoint2D p = random.Point2D(2.0);
@@ -188,7 +188,7 @@ void AddSignals(TCorpus& Corpus) {
       Result(TComplex{p.X, p.Y}.getAngle(), w);
     }
   });
-  Corpus.Library("TFFT: spectrum, amplitudes, phases", [](TResults& Result) {
+  Corpus.Inherited("TFFT: spectrum, amplitudes, phases", [](TResults& Result) {
     TPortableRandom random(907);
     for (const int count : {1, 2, 3, 8, 16, 100, 1024, 5000, 1 << 15}) {
       TFFT transform;

@@ -15,8 +15,8 @@ namespace ZORBase::Test {
 
 /// Which arithmetic an operation rests on.
 enum class TArithmetic {
-  Exact,   ///< sums, products, quotients, square roots, conversions: IEC 60559 settles every bit
-  Library  ///< also sines, cosines, arcs or powers of the C library, which may differ from system to system
+  Exact,     ///< sums, products, quotients, square roots, conversions: IEC 60559 settles every bit
+  Inherited  ///< also sines, cosines, arcs or powers of the C library, which may differ from system to system
 };
 
 /// The hash of an operation's results.
@@ -75,7 +75,9 @@ class TCorpus {
 
   using TOperation = std::function<void(TResults&)>;
   void Exact(std::string Name, const TOperation& Operation) { Run(std::move(Name), TArithmetic::Exact, Operation); }
-  void Library(std::string Name, const TOperation& Operation) { Run(std::move(Name), TArithmetic::Library, Operation); }
+  void Inherited(std::string Name, const TOperation& Operation) {
+    Run(std::move(Name), TArithmetic::Inherited, Operation);
+  }
 
   const std::vector<TOperationHash>& Hashes() const { return FHashes; }
 

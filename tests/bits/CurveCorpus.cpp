@@ -167,7 +167,7 @@ void AddSegments(TCorpus& Corpus) {
                                        TGeInterval::Create(-1.5, 4.0, 0.0), n));
     }
   });
-  Corpus.Library("TTWoDerivCurveXD: segments", [](TResults& Result) {
+  Corpus.Inherited("TTWoDerivCurveXD: segments", [](TResults& Result) {
     TPortableRandom random(603);
     for (const std::size_t dimension : {2U, 3U, 6U, 44U}) {
       TList<TPointXD> path;

@@ -50,7 +50,7 @@ TOperationHash SumOf(const std::vector<TOperationHash>& Hashes, TArithmetic Arit
 
 void Print(const std::vector<TOperationHash>& Hashes) {
   for (const TOperationHash& hash : Hashes) std::printf("%s\n", LineOf(hash).c_str());
-  for (const TArithmetic arithmetic : {TArithmetic::Exact, TArithmetic::Library}) {
+  for (const TArithmetic arithmetic : {TArithmetic::Exact, TArithmetic::Inherited}) {
     std::printf("%s\n", LineOf(SumOf(Hashes, arithmetic)).c_str());
   }
 }

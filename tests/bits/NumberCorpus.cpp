@@ -39,7 +39,7 @@ void AddDivisions(TCorpus& Corpus) {
       Result(Ln(anywhere), Ln(random.Within(0.5, 2.0)));
     }
   });
-  Corpus.Library("ArcCos", [](TResults& Result) {
+  Corpus.Inherited("ArcCos", [](TResults& Result) {
     TPortableRandom random(104);
     for (int i = 0; i < kNumberCases; ++i) Result(ArcCos(random.Signed(1.0)));
   });

@@ -22,7 +22,7 @@ void AddSmallPoints(TCorpus& Corpus) {
       Result(a + b, a - b, a * s, a / s, a.DotMul(b), a.CrossMul(b), a.Mag(), a.Normal(), a.DistanceXY(b));
     }
   });
-  Corpus.Library("TPoint2D, TPoint3D, TPointXD: AngleBetween", [](TResults& Result) {
+  Corpus.Inherited("TPoint2D, TPoint3D, TPointXD: AngleBetween", [](TResults& Result) {
     TPortableRandom random(202);
     for (int i = 0; i < kPointCases; ++i) {
       const TPoint2D p = random.Point2D(kPointSize), q = random.Point2D(kPointSize);

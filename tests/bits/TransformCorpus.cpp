@@ -59,7 +59,7 @@ void AddGivenMatrices(TCorpus& Corpus) {
 }
 
 void AddTurns(TCorpus& Corpus) {
-  Corpus.Library("TMatrix3D.RotateBy, TMatrix4D about an axis and from vector to vector", [](TResults& Result) {
+  Corpus.Inherited("TMatrix3D.RotateBy, TMatrix4D about an axis and from vector to vector", [](TResults& Result) {
     TPortableRandom random(304);
     TMatrix3D sum = TMatrix3D::CreateIdent();
     for (int i = 0; i < kTurnCases; ++i) {
@@ -70,7 +70,7 @@ void AddTurns(TCorpus& Corpus) {
       Result(sum, TMatrix4D::Create(axis, angle), TMatrix4D::Create(from, random.Direction()));
     }
   });
-  Corpus.Library("TMatrix4D: Euler angles in both orders, and back", [](TResults& Result) {
+  Corpus.Inherited("TMatrix4D: Euler angles in both orders, and back", [](TResults& Result) {
     TPortableRandom random(305);
     for (int i = 0; i < kTurnCases; ++i) {
       const TPoint6D pose = random.Point6D(4.0);
@@ -81,7 +81,7 @@ void AddTurns(TCorpus& Corpus) {
       Result(xyz, zyx, given.Matrix4DToEulerAngleXYZ(), given.Matrix4DToEulerAngleZYX());
     }
   });
-  Corpus.Library("TMatrix4D: angles about one axis and about two", [](TResults& Result) {
+  Corpus.Inherited("TMatrix4D: angles about one axis and about two", [](TResults& Result) {
     TPortableRandom random(306);
     for (int i = 0; i < kTurnCases; ++i) {
       const TPoint3D axis = random.Direction(), other = random.Direction();
@@ -93,11 +93,11 @@ void AddTurns(TCorpus& Corpus) {
       Result(turn.Matrix4DToVecAng(axis, alone), alone, isSplit, one, two);
     }
   });
-  Corpus.Library("TMatrix4D.RoundTo to powers of ten above 1", [](TResults& Result) {
+  Corpus.Inherited("TMatrix4D.RoundTo to powers of ten above 1", [](TResults& Result) {
     TPortableRandom random(307);
     for (int i = 0; i < kTurnCases; ++i) Result((AnyAffine(random) * 1e5).RoundTo(i % 5));
   });
-  Corpus.Library("TEulerAng: from axes, tool direction", [](TResults& Result) {
+  Corpus.Inherited("TEulerAng: from axes, tool direction", [](TResults& Result) {
     TPortableRandom random(308);
     for (int i = 0; i < kTurnCases; ++i) {
       const TMatrix4D frame = random.Placement(kTurnSize);
@@ -134,7 +134,7 @@ void AddOrientations(TCorpus& Corpus) {
       Result(NLerpQuaternion(t, p, q), NLerp4DMatrix(t, m, n));
     }
   });
-  Corpus.Library("TQuaternion: Log, Exp; QuaternionAngle, MatrixAngle", [](TResults& Result) {
+  Corpus.Inherited("TQuaternion: Log, Exp; QuaternionAngle, MatrixAngle", [](TResults& Result) {
     TPortableRandom random(403);
     for (int i = 0; i < kTurnCases; ++i) {
       const TQuaternion p = random.Orientation(), q = random.Orientation();
@@ -143,7 +143,7 @@ void AddOrientations(TCorpus& Corpus) {
       Result(p.Log(), raised, QuaternionAngle(p, q), MatrixAngle(p.ToMatrix4D(), q.ToMatrix4D()));
     }
   });
-  Corpus.Library("SLerp and Squad of quaternions and matrices", [](TResults& Result) {
+  Corpus.Inherited("SLerp and Squad of quaternions and matrices", [](TResults& Result) {
     TPortableRandom random(404);
     for (int i = 0; i < kTurnCases; ++i) {
       const TQuaternion q0 = random.Orientation(), q1 = random.Orientation();
