@@ -3,7 +3,8 @@
 #   scripts/evidence.sh                 everything; takes hours
 #   scripts/evidence.sh fuzz coverage   only these parts; the rest of the pages stays
 # A part is the folder tests/PART with a script evidence.sh in it, which builds and runs what it needs and prints a section of
-# the page: a line "## Title", then the command and its figures. What it tells on the way goes to standard error.
+# the page: a line "## Title", then the command and its figures. What it tells on the way goes to standard error. It ends with an error
+# when a goal is missed, and so does this script.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,6 +14,7 @@ parts=("$@")
 [[ $# -gt 0 ]] || parts=(accuracy "${sections[@]}")
 
 pages=build/evidence
+status=0
 rm -rf "$pages"
 mkdir -p "$pages"
 
@@ -42,9 +44,14 @@ for part in "${parts[@]}"; do
     exit 2
   fi
   echo "=== $part" >&2
-  "tests/$part/evidence.sh" >"$pages/$part.new"
-  mv "$pages/$part.new" "$pages/$part.md"
+  # What falls short of its goal has a section, too, which says so.
+  if ! "tests/$part/evidence.sh" >"$pages/$part.new"; then
+    echo "evidence.sh: $part falls short" >&2
+    status=1
+  fi
+  [[ ! -s $pages/$part.new ]] || mv "$pages/$part.new" "$pages/$part.md"
 done
 
 [[ ! -f $pages/accuracy.md ]] || cp "$pages/accuracy.md" docs/accuracy.md
 write_reliability_page
+exit $status
