@@ -200,9 +200,13 @@ def section_lines(section, subjects, shown):
 
 
 def missed_lines(section, shown):
-    for goal, subject, ratio in goal_marks(section.get("goals", []), shown):
-        if ratio < goal["ratio"]:
-            yield f"| {subject.title()} | {goal['who']} | {goal['ratio']:g} | {ratio:.2f} | {goal['why']} |"
+    for goal in section.get("goals", []):
+        marks = list(goal_marks([goal], shown))
+        if not marks:
+            yield f"| {goal['subject']} | {goal['who']} | {goal['ratio']:g} | not measured | |"
+        for _, subject, ratio in marks:
+            if ratio < goal["ratio"]:
+                yield f"| {subject.title()} | {goal['who']} | {goal['ratio']:g} | {ratio:.2f} | {goal['why']} |"
 
 
 def report_lines(context, plan, subjects):
