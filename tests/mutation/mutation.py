@@ -310,7 +310,8 @@ def report(count, seed):
     for mutant in sorted(survivors, key=lambda each: (each.path, each.number)):
         reason = reasons.get(mutant.name)
         unexplained += not reason
-        print(f'- `{mutant.path}`\n  `{mutant.before.strip()}`\n  `{mutant.after.strip()}`\n  {reason or "**not explained**"}')
+        print(f'`{mutant.path}`: {reason or "**not explained**"}\n')
+        print(f'```diff\n- {mutant.before.strip()}\n+ {mutant.after.strip()}\n```\n')
     return unexplained + missing
 
 
