@@ -143,7 +143,7 @@ ZORBASE_INLINE void AdvanceReversed(std::size_t& Reversed, std::size_t Count) {
 // and go as two lines to each of eight others. Those jump through memory, so in a long array they are asked for ahead.
 ZORBASE_TARGET_CLONES
 void FirstThreeStages(const double* In, std::size_t N, const TComplex (&W)[5], double* Out) {
-  constexpr std::size_t kPlace = 2 * 8;  // numbers of a column's results
+  constexpr std::size_t kPlace = 2 * std::size_t{8};  // numbers of a column's results
   const std::size_t stride = N / 8;
   const std::size_t blocks = stride / kColumns;
   std::size_t reversed = 0;

@@ -4,6 +4,7 @@
 #include <ZORBase/kernels/PoseSolver.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace ZORBase {
 
@@ -128,7 +129,9 @@ ZORBASE_BY_LANES bool AreFitPoses(std::size_t Last, const double* Q, const doubl
 }  // namespace
 
 bool SolvePosesByLanes(std::size_t Last, const double* Q, const double* U, double* P) {
-  if (!kHasExtendedLanes || !AreFitKnots(U, Last) || !AreFitPoses(Last, Q, P)) return false;
+  constexpr std::size_t kMostPoses = std::numeric_limits<int>::max();
+  if (!kHasExtendedLanes || Last < 3 || Last > kMostPoses) return false;
+  if (!AreFitKnots(U, Last) || !AreFitPoses(Last, Q, P)) return false;
   const TAlignedDoubles reduced = AllocateDoubles((Last + 1) * kPoseItems);
   const TAlignedDoubles factors = AllocateDoubles(Last + 1);
   return EliminateFused(Last, Q, U, P, reduced.get(), factors.get()) &&

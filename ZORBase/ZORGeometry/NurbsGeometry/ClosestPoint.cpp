@@ -83,6 +83,7 @@ class TSearch {
     const double noise = 16.0 * std::numeric_limits<double>::epsilon() * *largest;
     if (*smallest - noise > FReached) return;
     const double middle = 0.5 * (From + To);
+    // What is convex is asked before what falls. NOLINTNEXTLINE(bugprone-branch-clone)
     if (*largest - *smallest <= noise || To - From < kNarrowest || IsConcave(D)) {
       TryEnds(From, To);  // the smaller end of a hill, or of what is flat as far as doubles can tell
     } else if (IsConvex(D)) {
