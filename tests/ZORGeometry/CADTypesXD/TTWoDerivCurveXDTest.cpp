@@ -147,6 +147,23 @@ TEST(TTWoDerivCurveXD, ASymmetricRoofIsAsComputedByHand) {
 
 // ---------------------------------------------------------------------------------------------- the callback
 
+// The tangent at an end is the chord less a share of the tangent next to it. Round these corners the correction drives the weight
+// to its limit: the whole chord is taken from itself.
+TEST(TTWoDerivCurveXD, WhereTheWeightIsAtItsLimitTheEndNextToItHasNoTangentAndNoHandle) {
+  const TPointXD none = PointOf({0, 0});
+  const TCollected start(TPath{PointOf({0, 0}), PointOf({1, 0}), PointOf({1, 4})});
+  EXPECT_THAT(start.Curve.BezWeightList(), ElementsAre(1));
+  EXPECT_THAT(start.Curve.BezDerivList()[0], IsExactPointXD(none));
+  EXPECT_THAT(start.Curve.BezDerivList()[1], IsExactPointXD(PointOf({1, 0})));
+  EXPECT_THAT(start.Segments[0].FP1, IsExactPointXD(start.Segments[0].FP0));
+
+  const TCollected end(TPath{PointOf({0, 0}), PointOf({2, 0}), PointOf({-1, -4})});
+  EXPECT_THAT(end.Curve.BezWeightList(), ElementsAre(0));
+  EXPECT_THAT(end.Curve.BezDerivList()[1], IsNearPointXD(PointOf({-0.6, -0.8}), 1e-15));
+  EXPECT_THAT(end.Curve.BezDerivList()[2], IsExactPointXD(none));
+  EXPECT_THAT(end.Segments[1].FP2, IsExactPointXD(end.Segments[1].FP3));
+}
+
 TEST(TTWoDerivCurveXD, WithoutACallbackTheCurveIsComputedAllTheSame) {
   const TPath path = Arc(9, 10, 0.3);
   TTWoDerivCurveXD curve;
