@@ -280,6 +280,19 @@ TEST(CurveAgainstPlain, GradedPathsAndGridsGiveThePlainCurve) {
   }
 }
 
+// Numbers too small for the quick way through the equations, so that the other one has to give the control points.
+TEST(CurveAgainstPlain, PosesWithVerySmallNumbersGiveThePlainCurve) {
+  std::mt19937_64 random(20261143);
+  for (const double size : {0x1p-299, 0x1p-301, 1e-300, 1e-310, 5e-324}) {
+    SCOPED_TRACE(testing::Message() << "angles up to " << size);
+    TPoint6DList poses = RandomPoses(random, TPathKind::Walk, 12);
+    for (TPoint6D& pose : poses) {
+      for (int c = 3; c < 6; ++c) pose.Items(c) *= size;
+    }
+    for (const TParalizeMethod method : kAllMethods) ASSERT_NO_FATAL_FAILURE(ExpectSameFit(random, poses, method, 100));
+  }
+}
+
 TEST(CurveAgainstPlain, RandomClampedKnotsWithRepeatsGiveThePlainTable) {
   std::mt19937_64 random(20240615);
   for (int round = 0; round < 200; ++round) {
