@@ -71,13 +71,28 @@ ZORBASE_BY_LANES_INLINE void BlendTwo(const double* N, const double* M, std::siz
   StoreTails(SumOfP, SumOfQ, sums[2]);
 }
 
+constexpr std::size_t kBlockSize = TSampleBlock<6>::kSize;
+
+/// Whether the lanes can form products with a weight, which is not below 0. A parameter close to 0 has very small ones.
+ZORBASE_BY_LANES_INLINE bool IsModerateWeight(double Weight) { return (Weight >= kSmallestModerate) | (Weight == 0.0); }
+
+/// The same of the first Count weights in each row of N.
+ZORBASE_BY_LANES_INLINE bool AreModerateWeights(const double (*N)[kBlockSize], std::size_t Count) {
+  __m256d areModerate = _mm256_castsi256_pd(_mm256_set1_epi64x(-1));
+  bool isRestModerate = true;
+  for (std::size_t r = 0; r < 4; ++r) {
+    std::size_t i = 0;
+    for (; i + 4 <= Count; i += 4) areModerate = _mm256_and_pd(areModerate, ModerateLanes(_mm256_loadu_pd(N[r] + i)));
+    for (; i < Count; ++i) isRestModerate &= IsModerateWeight(N[r][i]);
+  }
+  return isRestModerate && _mm256_movemask_pd(areModerate) == 0b1111;
+}
+
 /// Sums Count blends, P(i) to Sum(i), with the weights in the columns of N.
 template <class TFrom, class TTo>
-ZORBASE_BY_LANES_INLINE void BlendAllByWeights(TFrom P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
-                                               TTo Sum) {
+ZORBASE_BY_LANES_INLINE void BlendAllByWeights(TFrom P, const double (*N)[kBlockSize], std::size_t Count, TTo Sum) {
   std::size_t i = 0;
-  for (; i + 2 <= Count; i += 2)
-    BlendTwo(&N[0][i], &N[0][i + 1], TSampleBlock<6>::kSize, P(i), P(i + 1), Sum(i), Sum(i + 1));
+  for (; i + 2 <= Count; i += 2) BlendTwo(&N[0][i], &N[0][i + 1], kBlockSize, P(i), P(i + 1), Sum(i), Sum(i + 1));
   if (i < Count) BlendOne(N[0][i], N[1][i], N[2][i], N[3][i], P(i), Sum(i));
 }
 
@@ -144,7 +159,7 @@ ZORBASE_BY_LANES bool PoseFused(const double* U, double u, const double* P, doub
   double N[4];
   BasisValues<true>(distances, N);
   bool areModerate = true;
-  for (const double weight : N) areModerate &= (weight >= kSmallestModerate) | (weight == 0.0);
+  for (const double weight : N) areModerate &= IsModerateWeight(weight);
   if (!areModerate) return false;
   BlendOne(N[0], N[1], N[2], N[3], P, Pose);
   return true;
@@ -161,7 +176,8 @@ ZORBASE_BY_LANES bool DerivativesFused(const double* U, double u, const double* 
   return true;
 }
 
-ZORBASE_BY_LANES void SampleFused(const double* P, TSampleBlock<6>& Block) {
+ZORBASE_BY_LANES bool SampleFused(const double* P, TSampleBlock<6>& Block) {
+  if (!AreModerateWeights(Block.N, Block.Count)) return false;
   BlendAllByWeights([P](std::size_t) ZORBASE_INLINE_LAMBDA { return P; }, Block.N, Block.Count,
                     [&Block](std::size_t i) ZORBASE_INLINE_LAMBDA { return Block.Points[i + 1]; });
   for (std::size_t i = 0; i < Block.Count; ++i) {
@@ -171,12 +187,15 @@ ZORBASE_BY_LANES void SampleFused(const double* P, TSampleBlock<6>& Block) {
     StoreSquaredLength(d, Block.Distances[i]);
   }
   for (std::size_t i = 0; i < Block.Count; ++i) Block.Distances[i] = std::sqrt(Block.Distances[i]);
+  return true;
 }
 
-ZORBASE_BY_LANES void BlendAllFused(const double* const* P, const double (*N)[TSampleBlock<6>::kSize],
-                                    std::size_t Count, double* const* Sums) {
+ZORBASE_BY_LANES bool BlendAllFused(const double* const* P, const double (*N)[kBlockSize], std::size_t Count,
+                                    double* const* Sums) {
+  if (!AreModerateWeights(N, Count)) return false;
   BlendAllByWeights([P](std::size_t i) ZORBASE_INLINE_LAMBDA { return P[i]; }, N, Count,
                     [Sums](std::size_t i) ZORBASE_INLINE_LAMBDA { return Sums[i]; });
+  return true;
 }
 
 ZORBASE_BY_LANES bool AreModerateFused(const double* Poses, std::size_t Count) {
@@ -195,15 +214,11 @@ bool DerivativesByLanes(const double* U, double u, const double* P, double* Pose
   return kHasExtendedLanes && DerivativesFused(U, u, P, Poses);
 }
 
-bool SampleByLanes(const double* P, TSampleBlock<6>& Block) {
-  if (kHasExtendedLanes) SampleFused(P, Block);
-  return kHasExtendedLanes;
-}
+bool SampleByLanes(const double* P, TSampleBlock<6>& Block) { return kHasExtendedLanes && SampleFused(P, Block); }
 
 bool BlendAllByLanes(const double* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
                      double* const* Sums) {
-  if (kHasExtendedLanes) BlendAllFused(P, N, Count, Sums);
-  return kHasExtendedLanes;
+  return kHasExtendedLanes && BlendAllFused(P, N, Count, Sums);
 }
 
 #else

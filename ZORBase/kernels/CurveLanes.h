@@ -24,10 +24,10 @@ bool PoseByLanes(const double* U, double u, const double* P, double* Pose);
 /// Gives the pose and its first three derivatives, 4 times 6 numbers, under the same conditions.
 bool DerivativesByLanes(const double* U, double u, const double* P, double* Poses);
 
-/// SampleExtended. \return false, with nothing done, where the machine has no lanes.
+/// SampleExtended. \return false, with nothing done, where the lanes cannot vouch for it, or the machine has none.
 bool SampleByLanes(const double* P, TSampleBlock<6>& Block);
 
-/// BlendExtendedAll. \return false, with nothing done, where the machine has no lanes.
+/// BlendExtendedAll. \return false, with nothing done, where the lanes cannot vouch for it, or the machine has none.
 bool BlendAllByLanes(const double* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
                      double* const* Sums);
 

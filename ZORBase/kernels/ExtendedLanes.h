@@ -43,8 +43,8 @@ inline constexpr std::size_t kPoseItems = 6;
 inline const bool kHasExtendedLanes =
     kHasStoreX87 && __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
 
-/// Result, whose exact value is Result - Excess, as extended precision rounds it. An excess of 0 is to be +0: then the sign of
-/// a result that is 0 stays.
+/// Result, whose exact value is Result - Excess, as extended precision rounds it. The excess is 0 or a normal number. One of 0 is
+/// to be +0: then the sign of a result that is 0 stays.
 ZORBASE_BY_LANES_INLINE __m256d RoundedTwice(__m256d Result, __m256d Excess) {
   constexpr long long kLastOfTen = 1LL << 42;
   const __m256i carried = _mm256_add_epi64(_mm256_castpd_si256(Excess), _mm256_set1_epi64x(kLastOfTen));

@@ -72,7 +72,7 @@ class TSearch {
  public:
   /// Reached is a squared distance that some place of the curve is known to have.
   TSearch(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, const TPoint& Point, double Reached)
-      : FBasis(Basis), FControlPoints(P), FPoint(Point), FReached(Reached) {}
+      : FBasis(Basis), FControlPoints(P), FPoint(Point), FReached(Reached), FRounding(RoundingOf(P, Point)) {}
 
   const TClosestPoint<TPoint>& Best() const { return FBest; }
 
@@ -111,11 +111,21 @@ class TSearch {
     return CK;
   }
 
-  // Places come in the order of their parameters, so that the first of several equally close ones stays.
+  // What rounding can do to a distance from the curve.
+  static double RoundingOf(std::span<const TPoint> P, const TPoint& Point) {
+    double size = Point.Mag();
+    for (const TPoint& point : P) size = std::max(size, point.Mag());
+    return 8.0 * std::numeric_limits<double>::epsilon() * size;
+  }
+
+  // Places come in the order of their parameters. The first of several equally close ones stays: where rounding alone tells two
+  // apart, only the same place, found more exactly, is taken.
   void Try(double u) {
+    constexpr double kSamePlace = 1e-9;
     const TPoint place = CurvePoint(FBasis, FControlPoints, u);
     const double distance = Distance(place, FPoint);
-    if (!(distance < FBest.Distance)) return;
+    const double margin = u - FBest.Param < kSamePlace ? 0.0 : FRounding;
+    if (!(distance < FBest.Distance - margin)) return;
     FBest = {u, place, distance};
     FReached = std::min(FReached, distance * distance);
   }
@@ -150,6 +160,7 @@ class TSearch {
   std::span<const TPoint> FControlPoints;
   TPoint FPoint;
   double FReached;
+  double FRounding;
   TClosestPoint<TPoint> FBest{0.0, {}, std::numeric_limits<double>::infinity()};
 };
 
@@ -181,6 +192,8 @@ TClosestPoint<TPoint> FindClosestPoint(const TNurbsBasicFunc& Basis, std::span<c
   for (std::size_t span = 3; span + 4 < U.size(); ++span) {
     if (U[span] == U[span + 1]) continue;
     spans.push_back({U[span], U[span + 1], SquaredDistance(BezierPoints(U, P, span), Point)});
+    if (!std::ranges::all_of(spans.back().D, [](double value) { return std::isfinite(value); }))
+      RaiseGeneralError(operation + ": the curve reaches too far away for its distance to be measured");
     reached = std::min({reached, spans.back().D.front(), spans.back().D.back()});
   }
   TSearch<TPoint> search(Basis, P, Point, reached);

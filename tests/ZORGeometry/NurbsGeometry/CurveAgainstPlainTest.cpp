@@ -260,6 +260,21 @@ TEST(CurveAgainstPlain, ControlPointsOfEverySizeGiveThePlainPointsAndDerivatives
   }
 }
 
+// There the basis functions are so small that the errors of products with them underflow.
+TEST(CurveAgainstPlain, ParametersNextToTheStartGiveThePlainPoints) {
+  std::mt19937_64 random(20261144);
+  TNurbs6D curve = CurveThrough(RandomPoses(random, TPathKind::Walk, 12));
+  std::vector<TPoint6D> points(curve.pointArr().begin(), curve.pointArr().end());
+  for (std::size_t i = 0; i < 3; ++i) points[i].Y = points[i].A = 0.0;
+  const std::vector<double> knots(curve.BasicFun().uArr().begin(), curve.BasicFun().uArr().end());
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, static_cast<int>(points.size())));
+  std::vector<double> parameters;
+  for (int i = 0; i < CasesOf(40'000); ++i) parameters.push_back(std::pow(10.0, Uniform(random, -110, -80)));
+  const TPlainCurve plain = PlainCurveOf(knots, points);
+  ASSERT_NO_FATAL_FAILURE(ExpectSamePoints(curve, plain, parameters));
+  ASSERT_NO_FATAL_FAILURE(ExpectSameDerivatives(curve, plain, parameters));
+}
+
 // Steps from 1e-4 to 10, components that vanish, and points on a grid: sums that are exact, or half way between two doubles.
 TEST(CurveAgainstPlain, GradedPathsAndGridsGiveThePlainCurve) {
   std::mt19937_64 random(20261142);
