@@ -1,4 +1,4 @@
-// Numbers: the constants that tests share.
+// Numbers: the constants that tests share, and how often they try.
 #pragma once
 
 #include <limits>
@@ -13,8 +13,19 @@ inline constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 inline constexpr int kLargestInt = std::numeric_limits<int>::max();
 inline constexpr int kSmallestInt = std::numeric_limits<int>::min();
 
+// A build that checks itself takes some ten times longer.
+#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+inline constexpr bool kIsSlowBuild = false;
+#else
+inline constexpr bool kIsSlowBuild = true;
+#endif
+
+// How many of so many seeded cases to try. What a slow build looks for besides shows in a tenth of them.
+constexpr int CasesOf(int Count) { return kIsSlowBuild ? Count / 10 : Count; }
+
 }  // namespace ZORBase::Test
 
 namespace ZORBase {
-using Test::kEpsilon, Test::kInfinity, Test::kLargestInt, Test::kNaN, Test::kPi, Test::kSmallestInt;
+using Test::CasesOf, Test::kEpsilon, Test::kInfinity, Test::kIsSlowBuild, Test::kLargestInt, Test::kNaN, Test::kPi,
+    Test::kSmallestInt;
 }

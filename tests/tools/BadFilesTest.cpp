@@ -105,12 +105,7 @@ TEST_F(ZorOnABadFile, ControlCharactersDoNotReachTheTerminal) {
   EXPECT_THAT(InfoOf("1 2\x07\n"), RefusesLine(1, "2 items in \"1 2\\x07\"", "Complete the line or remove it."));
 }
 
-// A build that checks itself is slower.
-#if defined(NDEBUG)
-constexpr double kSlowdown = 1.0;
-#else
-constexpr double kSlowdown = 20.0;
-#endif
+constexpr double kSlowdown = kIsSlowBuild ? 20.0 : 1.0;
 
 TEST_F(ZorOnABadFile, ALineOfTenMegabytesIsAnsweredSoonAndShortly) {
   for (const std::string& item : {std::string("x"), std::string("1,"), std::string("\"")}) {

@@ -16,12 +16,8 @@
 namespace ZORBase {
 namespace {
 
-// Debug builds and sanitizers are slow; blocks within blocks come from 2^14 on.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(NDEBUG)
-constexpr int kLongest = 1 << 15;
-#else
-constexpr int kLongest = 1 << 20;
-#endif
+// Blocks within blocks come from 2^14 on.
+constexpr int kLongest = 1 << (kIsSlowBuild ? 15 : 20);
 
 using Test::PlainFFT;
 using TSignal = std::vector<double>;

@@ -12,7 +12,7 @@ namespace {
 
 using namespace Test;  // NOLINT(google-build-using-namespace)
 
-constexpr int kCases = 100000;
+constexpr int kCases = CasesOf(100'000);
 
 // A few roundings, of numbers up to 1 and of coordinates up to some hundreds.
 constexpr double kTurnError = 2e-15;

@@ -115,7 +115,7 @@ TEST_P(AFittedCurve, IsThePlainOneToTheLastBit) {
     const TPoint6DList poses = RandomPoses(random, GetParam(), count);
     for (const TParalizeMethod method : kAllMethods) {
       SCOPED_TRACE(testing::Message() << count << " poses, method " << method);
-      ASSERT_NO_FATAL_FAILURE(ExpectSameFit(random, poses, method, 10000));
+      ASSERT_NO_FATAL_FAILURE(ExpectSameFit(random, poses, method, CasesOf(10'000)));
     }
   }
 }
@@ -134,7 +134,7 @@ TEST(CurveAgainstPlain, MeasuredPosesGiveThePlainCurve) {
     poses.LoadFromFile(SampleFile(name));
     for (const TParalizeMethod method : kAllMethods) {
       SCOPED_TRACE(testing::Message() << name << ", method " << method);
-      ASSERT_NO_FATAL_FAILURE(ExpectSameFit(random, poses, method, 10000));
+      ASSERT_NO_FATAL_FAILURE(ExpectSameFit(random, poses, method, CasesOf(10'000)));
     }
   }
 }

@@ -54,7 +54,7 @@ TEST(TSUTableIndex, LookUpsAreThoseOfTheBisection) {
     for (const int count : {4, 6, 60}) {
       SCOPED_TRACE(testing::Message() << "kind " << static_cast<int>(kind) << ", " << count << " poses");
       const TNurbs6D curve = CurveThrough(RandomPoses(random, kind, count));
-      ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, 4000));
+      ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, CasesOf(4'000)));
     }
   }
 }
@@ -65,14 +65,14 @@ TEST(TSUTableIndex, LookUpsInALongTableAreThoseOfTheBisection) {
   TPoint6DList poses;
   for (int i = 0; i < 50; ++i) poses.Add(100.0 * i, 0, 0);
   const TNurbs6D curve = CurveThrough(poses);
-  ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, 30000));
+  ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, CasesOf(30'000)));
 }
 
 TEST(TSUTableIndex, ReversingTheCurveKeepsLookUpsThoseOfTheBisection) {
   std::mt19937_64 random(20240706);
   TNurbs6D curve = CurveThrough(RandomPoses(random, TPathKind::Walk, 30));
   curve.Reverse();
-  ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, 4000));
+  ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, CasesOf(4'000)));
 }
 
 TEST(TSUTableIndex, WhateverChangesARowIsSeenByTheNextLookUp) {
