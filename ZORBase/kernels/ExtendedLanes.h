@@ -21,7 +21,7 @@
 #include <cmath>
 #include <cstddef>
 
-#if defined(__GNUC__) && defined(__x86_64__)
+#if defined(__GNUC__) && defined(__x86_64__) && !defined(ZORBASE_WITHOUT_LANES)
 #define ZORBASE_HAS_EXTENDED_LANES 1
 #include <immintrin.h>
 #define ZORBASE_BY_LANES __attribute__((target("avx2")))

@@ -13,6 +13,7 @@ constexpr TParalizeMethod kMethods[] = {mEqually, mChord, mCentripetal};
 constexpr const char* kMethodNames[] = {"equal parameters", "chord parameters", "centripetal parameters"};
 // Of the length of a table, on cutting files in millimetres.
 constexpr double kLengthGoal = 5e-6;
+constexpr double kProfileGoal = 1e-5;
 constexpr const char* kMillimetreFiles[] = {"swept-plane.poses.txt", "e387.100mm.poses.txt"};
 
 // ---------------------------------------------------------------------------------------------- evaluating
@@ -236,7 +237,7 @@ void MeasureTables(const TMeasurement& Measurement) {
   }
   TErrorRow& unit =
       Measurement.Table.Row({"TNurbs2D, CurveLength, wing profile with a chord of 1", "relative",
-                             "the same spacing on a path of 2 in all: for lengths in millimetres, on purpose"},
+                             "the same spacing on a path of 2 in all: for lengths in millimetres, on purpose", kProfileGoal},
                             1e-2);
   TNurbs2D profile;
   profile.CreateCross(SamplePlanePoints(), mChord);

@@ -35,7 +35,7 @@ bool TErrorRow::Count(double Error) {
 void TErrorTable::Print() const {
   for (const TSubject& subject : FSubjects) {
     std::printf("\n## %s\n\n", subject.Title.c_str());
-    std::printf("| operation | cases | unit | largest | mean | goal | worst input | remark |\n");
+    std::printf("| operation | cases | unit | largest | mean | goal or limit | worst input | remark |\n");
     std::printf("|---|---:|---|---:|---:|---:|---|---|\n");
     for (const TErrorRow& row : subject.Rows) {
       const TRowText& text = row.Text();

@@ -12,7 +12,7 @@ readonly build=build/dev
 properties=$(mktemp)
 trap 'rm -f "$properties"' EXIT
 status=0
-"$build/tests/allocation_tests" --gtest_output="json:$properties" >&2 || status=$?
+"$build/tests/allocation_tests" --gtest_output="json:$properties" >&2 || status=10
 
 property() { sed -n "s/.*\"$1\": \"\\{0,1\\}\\([0-9]*\\).*/\\1/p" "$properties" | head -n 1; }
 cat <<PAGE

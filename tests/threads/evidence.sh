@@ -13,8 +13,8 @@ log=$(mktemp)
 properties=$log.json
 trap 'rm -f "$log" "$properties"' EXIT
 status=0
-"$build/tests/thread_tests" --gtest_output="json:$properties" >&2 || status=$?
-TSAN_OPTIONS="halt_on_error=0 exitcode=66" "$build/tests/thread_tests" --gtest_repeat=$repetitions --gtest_shuffle >"$log" 2>&1 || status=$?
+"$build/tests/thread_tests" --gtest_output="json:$properties" >&2 || status=10
+TSAN_OPTIONS="halt_on_error=0 exitcode=66" "$build/tests/thread_tests" --gtest_repeat=$repetitions --gtest_shuffle >"$log" 2>&1 || status=10
 tail -n 40 "$log" >&2
 
 count() { grep -c "$1" "$log" || true; }

@@ -47,7 +47,7 @@ void RequireOne(const TSpacing& Spacing) {
   if (given != 1) throw TUsageError("give exactly one of --step, --count and --at");
 }
 
-// Calls Take with the point at each place. Rising lengths are cheap: the search of each starts where the last one ended.
+// Calls Take with the point at each place. The search for a length a little farther on starts where the last one ended.
 template <class TPoint, class TTake>
 void Walk(const TNurbsCurve<TPoint>& Path, const TPathPlaces& Places, TTake&& Take) {
   TSUTable::TCursor cursor;

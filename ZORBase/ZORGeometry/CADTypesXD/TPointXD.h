@@ -66,7 +66,7 @@ struct ZORBASE_API TPointXD {
   explicit operator TPoint6D() const;
 
   ///@{
-  /// A coordinate by its name; 0 where the point has none of that name.
+  /// A coordinate by its name; where the point has none of that name, what is stored in its place, as a rule 0.
   double& X() { return Items[0]; }
   double& Y() { return Items[1]; }
   double& Z() { return Items[2]; }

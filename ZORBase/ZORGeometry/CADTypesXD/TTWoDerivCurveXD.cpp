@@ -18,9 +18,6 @@ constexpr int kCorrectionSteps = 4;
 constexpr double kWeightDifference = 0.001;
 constexpr double kDamping = 0.6;
 
-// A derivative shorter than this has no direction.
-constexpr double kZeroLength = 1e-12;
-
 // A curvature takes products of three derivatives; up to here they are far from overflow in any dimension.
 constexpr double kFarthest = 1e100;
 
@@ -75,7 +72,7 @@ TCubicBezXD CreateBez(const TBezInfo& Info) {
 TPointXD CurvatureVector(const TPointXD& D1, const TPointXD& D2) {
   TPointXD curvature = TPointXD::Create(std::max(D1.FDimension, D2.FDimension));
   const double speed = D1.Mag();
-  if (speed < kZeroLength) return curvature;
+  if (speed < TPointXD::kTolerance) return curvature;  // no direction
   const std::size_t dimension = curvature.Coordinates().size();
   for (std::size_t j = 0; j < dimension; ++j) {
     for (std::size_t i = 0; i < dimension; ++i) {

@@ -47,8 +47,9 @@ class ZORBASE_API TTWoDerivCurveXD {
   const TList<TPointXD>& CtrlPtList() const { return FCtrlPtList; }    ///< the points; empty until there is a curve
   const TList<TPTPInfo>& PtLenList() const { return FPtLenList; }      ///< chord j from Q(j) to Q(j+1)
   const TDoubleList& BezWeightList() const { return FBezWeightList; }  ///< weight j of the inner point Q(j+1)
-  /// Unit tangent of each point. The zero vector at an inner point where the directions before and after cancel, and at an end of
-  /// the curve where the weight next to it is at its limit (1 at the start, 0 at the end): the segment has no handle there.
+  /// Unit tangent of each point. The zero vector, with which a segment has no handle, at an inner point where the directions before
+  /// and after cancel or a chord without length has the whole weight, and at an end of the curve where the weight next to it is
+  /// at its limit: 1 at the start, 0 at the end.
   const TList<TPointXD>& BezDerivList() const { return FBezDerivList; }
   const TRenderPath& RenderPath() const { return FRenderPath; }  ///< what takes the segments
 

@@ -62,7 +62,8 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
 
   // -------------------------------------------------------------------------------------- look-ups
 
-  /// Remembers where the last look-up ended, so that the next one nearby is cheap. It serves one direction at a time.
+  /// Remembers where the last look-up ended, so that one a few rows farther on is cheap; without an index, in a table whose rows were
+  /// changed by hand, any nearby. It serves one direction at a time.
   struct TCursor {
     int Row = 0;  ///< the row at which the next search begins
   };
@@ -84,7 +85,7 @@ class ZORBASE_API TSUTable : public TList<TSULine> {
   ///@}
 
   ///@{
-  /// Gives GetUByS of every length, and GetSByU of every parameter, bit for bit; rising values are cheaper.
+  /// Gives GetUByS of every length, and GetSByU of every parameter, bit for bit; values that rise in small steps are cheaper.
   /// Allocates nothing, takes no lock.
   /// \throws also the general error when the result has no place for every value; then nothing is written.
   void GetUByS(std::span<const double> S, std::span<double> u) const;

@@ -1,4 +1,5 @@
-// PlainCurveXD: the Bezier segment and the two-derivative curve step by step, with nothing shared, skipped or vectorised.
+// PlainCurveXD: the Bezier segment and the two-derivative curve step by step, nothing skipped or vectorised. Of the library it has
+// the points with their operators, and the quadrature.
 //   TPlainBezXD      one segment
 //   TPlainCurveXD    the curve, with any number of correction steps
 // Both are slow on purpose: lengths are measured node by node and afresh for each trial, every segment of the correction is

@@ -137,7 +137,7 @@ bool IsContinuous(const TSegments& Segments, double Tolerance) {
   for (std::size_t i = 0; i + 1 < Segments.size(); ++i) {
     const TPointXD before = Segments[i].EvalDeriv(1);
     const TPointXD after = Segments[i + 1].EvalDeriv(0);
-    if ((before * (1 / before.Mag()) - after * (1 / after.Mag())).Mag() > Tolerance) return false;
+    if (!((before * (1 / before.Mag()) - after * (1 / after.Mag())).Mag() <= Tolerance)) return false;
   }
   return true;
 }

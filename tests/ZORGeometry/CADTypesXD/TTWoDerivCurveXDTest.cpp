@@ -145,8 +145,6 @@ TEST(TTWoDerivCurveXD, ASymmetricRoofIsAsComputedByHand) {
   EXPECT_THAT(roof.Segments[1].FP2, IsNearPointXD(PointOf({1 - start.X(), start.Y()}), 1e-12));
 }
 
-// ---------------------------------------------------------------------------------------------- the callback
-
 // The tangent at an end is the chord less a share of the tangent next to it. Round these corners the correction drives the weight
 // to its limit: the whole chord is taken from itself.
 TEST(TTWoDerivCurveXD, WhereTheWeightIsAtItsLimitTheEndNextToItHasNoTangentAndNoHandle) {
@@ -163,6 +161,8 @@ TEST(TTWoDerivCurveXD, WhereTheWeightIsAtItsLimitTheEndNextToItHasNoTangentAndNo
   EXPECT_THAT(end.Curve.BezDerivList()[2], IsExactPointXD(none));
   EXPECT_THAT(end.Segments[1].FP2, IsExactPointXD(end.Segments[1].FP3));
 }
+
+// ---------------------------------------------------------------------------------------------- the callback
 
 TEST(TTWoDerivCurveXD, WithoutACallbackTheCurveIsComputedAllTheSame) {
   const TPath path = Arc(9, 10, 0.3);

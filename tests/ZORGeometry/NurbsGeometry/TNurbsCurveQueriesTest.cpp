@@ -144,7 +144,45 @@ TEST(ClosestPoint, OfTwoEquallyClosePlacesTheOneWithTheSmallerParameterIsGiven) 
   const auto found = curve.ClosestPoint({0, 2});
   EXPECT_LT(found.Param, 0.5);
   EXPECT_GT(found.Param, 0);
-  EXPECT_LE(found.Distance, SampledDistance(curve, TPoint2D{0, 2}, 4000));
+  EXPECT_LE(found.Distance, SampledDistance(curve, TPoint2D{0, 2}, 4000) + 1e-14);
+}
+
+// Mirror images again, of many shapes: the last bit of the two distances is anything.
+TEST(ClosestPoint, RoundingDoesNotChooseBetweenEquallyClosePlaces) {
+  std::mt19937_64 random(12);
+  const std::vector<double> knots = {0, 0, 0, 0, 1, 1, 1, 1};
+  int besideTheAxis = 0;
+  for (int round = 0; round < 500; ++round) {
+    const double x = Uniform(random, 0.1, 10);
+    const double inner = Uniform(random, -5, 15);
+    const double y = Uniform(random, -10, 10);
+    const double below = Uniform(random, -10, 10);
+    TNurbs2D curve;
+    ASSERT_TRUE(
+        curve.CreateByCtlPoints(knots, std::vector<TPoint2D>{{-x, y}, {-inner, below}, {inner, below}, {x, y}}, 4));
+    const TPoint2D onAxis{0, Uniform(random, -20, 20)};
+    const auto found = curve.ClosestPoint(onAxis);
+    EXPECT_LE(found.Distance, SampledDistance(curve, onAxis, 500) + 1e-13);
+    if ((curve.EvalPoint(0.5) - onAxis).Mag() < found.Distance + 1e-6)
+      continue;  // the place on the axis is the only one
+    EXPECT_LT(found.Param, 0.5) << "round " << round;
+    ++besideTheAxis;
+  }
+  EXPECT_GT(besideTheAxis, 100);
+}
+
+// x = w (a (3/2 + 2 w^2) - 6 c (1/4 - w^2)) and y = 3 d (1/4 - w^2) with w = u - 1/2: with a = 1 and c = 3 the curve crosses itself
+// at w^2 = 0.15, on the axis at 0.3 d.
+TEST(ClosestPoint, WhereTheCurveCrossesItselfTheFirstPassageIsGiven) {
+  const std::vector<double> knots = {0, 0, 0, 0, 1, 1, 1, 1};
+  for (int i = 1; i <= 100; ++i) {
+    const double d = 0.37 * i;
+    TNurbs2D curve;
+    ASSERT_TRUE(curve.CreateByCtlPoints(knots, std::vector<TPoint2D>{{-1, 0}, {3, d}, {-3, d}, {1, 0}}, 4));
+    const auto found = curve.ClosestPoint({0, 0.3 * d});
+    EXPECT_NEAR(found.Param, 0.5 - std::sqrt(0.15), 1e-14) << d;
+    EXPECT_NEAR(found.Distance, 0, 1e-14) << d;
+  }
 }
 
 TEST(ClosestPoint, TheCentreOfAnArcEndsTheSearchToo) {
@@ -205,7 +243,7 @@ TEST(ClosestPoint, ACuspInsideTheCurveIsFound) {
   EXPECT_NEAR(curve.ClosestPoint({4, 4}).Distance, 0, 1e-12);
 }
 
-TEST(ClosestPoint, KnotsThatAreNotClampedAndPointsThatAreNotFiniteRaise) {
+TEST(ClosestPoint, KnotsThatAreNotClampedAndPointsThatAreNotFiniteOrTooFarRaise) {
   TNurbs2D curve;
   const std::vector<double> knots = {0, 0.1, 0.2, 0.3, 0.7, 0.8, 0.9, 1};
   const std::vector<TPoint2D> points = {{0, 0}, {1, 1}, {2, 1}, {3, 0}};
@@ -220,6 +258,13 @@ TEST(ClosestPoint, KnotsThatAreNotClampedAndPointsThatAreNotFiniteRaise) {
         (void)QuarterCircle(1, 4).ClosestPoint({std::nan(""), 0});
       },
       RaisesGeneralError(testing::HasSubstr("not finite")));
+  const std::vector<double> clamped = {0, 0, 0, 0, 1, 1, 1, 1};
+  ASSERT_TRUE(curve.CreateByCtlPoints(clamped, std::vector<TPoint2D>{{0, 0}, {1, 0}, {1e160, 1}, {3, 0}}, 4));
+  EXPECT_THAT(
+      [&] {
+        (void)curve.ClosestPoint({0, 0});
+      },
+      RaisesGeneralError(testing::HasSubstr("too far away for its distance to be measured")));
   EXPECT_THAT(
       [] {
         (void)TNurbs2D().ClosestPoint({0, 0});

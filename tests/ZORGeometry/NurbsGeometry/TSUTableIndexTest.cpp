@@ -54,7 +54,8 @@ TEST(TSUTableIndex, LookUpsAreThoseOfTheBisection) {
     for (const int count : {4, 6, 60}) {
       SCOPED_TRACE(testing::Message() << "kind " << static_cast<int>(kind) << ", " << count << " poses");
       const TNurbs6D curve = CurveThrough(RandomPoses(random, kind, count));
-      ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, CasesOf(4'000)));
+      ASSERT_NO_FATAL_FAILURE(
+          ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, CasesOf(4'000)));
     }
   }
 }
