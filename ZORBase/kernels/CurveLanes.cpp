@@ -206,19 +206,17 @@ ZORBASE_BY_LANES bool AreModerateFused(const double* Poses, std::size_t Count) {
 
 bool AreForLanes(const double* Poses, std::size_t Count) { return kHasExtendedLanes && AreModerateFused(Poses, Count); }
 
-bool PoseByLanes(const double* U, double u, const double* P, double* Pose) {
-  return kHasExtendedLanes && PoseFused(U, u, P, Pose);
-}
+bool PoseByLanes(const double* U, double u, const double* P, double* Pose) { return PoseFused(U, u, P, Pose); }
 
 bool DerivativesByLanes(const double* U, double u, const double* P, double* Poses) {
-  return kHasExtendedLanes && DerivativesFused(U, u, P, Poses);
+  return DerivativesFused(U, u, P, Poses);
 }
 
-bool SampleByLanes(const double* P, TSampleBlock<6>& Block) { return kHasExtendedLanes && SampleFused(P, Block); }
+bool SampleByLanes(const double* P, TSampleBlock<6>& Block) { return SampleFused(P, Block); }
 
 bool BlendAllByLanes(const double* const* P, const double (*N)[TSampleBlock<6>::kSize], std::size_t Count,
                      double* const* Sums) {
-  return kHasExtendedLanes && BlendAllFused(P, N, Count, Sums);
+  return BlendAllFused(P, N, Count, Sums);
 }
 
 #else

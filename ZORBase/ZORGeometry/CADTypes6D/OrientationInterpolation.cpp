@@ -37,7 +37,8 @@ TQuaternion Aligned(const TQuaternion& q, const TQuaternion& Reference) { return
   try {
     RaiseNoCosine(c);
   } catch (const TGeneralError& Error) {
-    RaiseGeneralError(Error.what() + Format1033("%.6f %.6f %.6f %.6f %.8f %d", q.a, q.b, q.c, q.d, c, c > 1.0 ? 1 : 0));
+    RaiseGeneralError(Error.what() +
+                      Format1033("%.6f %.6f %.6f %.6f %.8f %d", q.a, q.b, q.c, q.d, c, static_cast<int>(c > 1.0)));
   }
 }
 

@@ -18,6 +18,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace ZORBase {
 
@@ -51,15 +52,12 @@ inline double Distance(const TPoint6D& P, const TPoint6D& Q) {
   return std::sqrt(squared);
 }
 
-/// \return the sum of Weights[r] * P[Span - 3 + r], r = 0..3, over the control points that exist.
+/// \return the sum of Weights[r] * P[Span - 3 + r], r = 0..3. Span is an inner one, or the last: its control points exist.
 template <class TPoint>
 TPoint BlendPoints(std::span<const TPoint> P, int Span, std::span<const double, 4> Weights) {
+  const TPoint* const points = P.data() + (Span - TNurbsBasicFunc::kDegree);
   TPoint sum{};
-  for (std::size_t r = 0; r < Weights.size(); ++r) {
-    const int idx = Span - TNurbsBasicFunc::kDegree + static_cast<int>(r);
-    if (idx < 0 || static_cast<std::size_t>(idx) >= P.size()) continue;
-    sum = sum + Weights[r] * P[static_cast<std::size_t>(idx)];
-  }
+  for (std::size_t r = 0; r < Weights.size(); ++r) sum = sum + Weights[r] * points[r];
   return sum;
 }
 
@@ -83,30 +81,25 @@ TPoint PointInAnySpan(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, i
   return BlendPoints<TPoint>(P, Span, N);
 }
 
-/// Whether the vector lanes of CurveLanes.h can have these control points; those of the plane are not for them.
+/// Whether the points have the six components that the vector lanes of CurveLanes.h are for.
+template <class TPoint>
+inline constexpr bool kHasPoses = std::is_same_v<TPoint, TPoint6D>;
+
+/// Whether the lanes can have these control points.
 inline bool AreForLanes(std::span<const TPoint2D> /*P*/) { return false; }
 inline bool AreForLanes(std::span<const TPoint6D> P) { return !P.empty() && AreForLanes(&P.data()->X, P.size()); }
-
-inline bool PointByLanes(const double* /*U*/, double /*u*/, const TPoint2D* /*P*/, TPoint2D& /*Point*/) {
-  return false;
-}
-inline bool PointByLanes(const double* U, double u, const TPoint6D* P, TPoint6D& Point) {
-  return PoseByLanes(U, u, &P->X, &Point.X);
-}
-
-inline bool DerivsByLanes(const double* /*U*/, double /*u*/, const TPoint2D* /*P*/, TPoint2D* /*CK*/) { return false; }
-inline bool DerivsByLanes(const double* U, double u, const TPoint6D* P, TPoint6D* CK) {
-  return DerivativesByLanes(U, u, &P->X, &CK->X);
-}
 
 /// PointInAnySpan where Basis.IsInside(u). ForLanes: AreForLanes(P).
 template <class TPoint>
 ZORBASE_INLINE TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, int Span, double u,
                                   bool ForLanes = false) {
-  if (ForLanes) [[likely]] {
-    TPoint point;
-    if (PointByLanes(Basis.uArr().data() + Span, u, P.data() + (Span - TNurbsBasicFunc::kDegree), point)) [[likely]]
-      return point;
+  const TPoint* const points = P.data() + (Span - TNurbsBasicFunc::kDegree);
+  if constexpr (kHasPoses<TPoint>) {
+    if (ForLanes) [[likely]] {
+      TPoint pose;
+      if (PoseByLanes(Basis.uArr().data() + Span, u, &points->X, &pose.X)) [[likely]]
+        return pose;
+    }
   }
   const TKnotDistances distances = TKnotDistances::Create(Basis.uArr().data() + Span, u);
   if (!distances.IsWide()) [[unlikely]]
@@ -114,7 +107,7 @@ ZORBASE_INLINE TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const 
   double N[4];
   BasisValues<true>(distances, N);
   TPoint sum;
-  BlendFour(P.data() + (Span - TNurbsBasicFunc::kDegree), N, sum);
+  BlendFour(points, N, sum);
   return sum;
 }
 

@@ -100,13 +100,12 @@ class TTableSampler {
     const double to = FBasis.uArr()[k + 1];
     double step = 1.0;
     if (IsEasy(from, to)) {
-      // All but the last one, which may lie in the next interval.
+      // All but the last one, which may lie in the next interval. A step is far larger than a rounding.
       for (; step < Steps; step += static_cast<double>(FBlock.Count)) {
         FBlock.Count = static_cast<std::size_t>(std::min(Steps - step, static_cast<double>(FBlock.kSize)));
         for (std::size_t i = 0; i < FBlock.Count; ++i) {
           FBlock.u[i] = Sample(from, to, step + static_cast<double>(i), Steps);
         }
-        if (!(FBlock.u[FBlock.Count - 1] < to)) break;
         AddBlock(k);
       }
     }

@@ -110,10 +110,12 @@ void TNurbsCurve<TPoint>::EvalPoints(std::span<const double> Params, std::span<T
 
 template <class TPoint>
 void TNurbsCurve<TPoint>::CurveDerivsAlg1(double u, std::span<TPoint> CK) const {
-  if (FAreForLanes && CK.size() >= 4 && u > 0.0 && u < 1.0 && FBasicFun.IsInside(u)) [[likely]] {
-    const int span = FBasicFun.SpanInside(u);
-    if (DerivsByLanes(FBasicFun.uArr().data() + span, u, FPoints.data() + (span - TNurbsBasicFunc::kDegree), CK.data()))
-      return;
+  if constexpr (kHasPoses<TPoint>) {
+    if (FAreForLanes && CK.size() >= 4 && u > 0.0 && u < 1.0 && FBasicFun.IsInside(u)) [[likely]] {
+      const int span = FBasicFun.SpanInside(u);
+      const TPoint* const points = FPoints.data() + (span - TNurbsBasicFunc::kDegree);
+      if (DerivativesByLanes(FBasicFun.uArr().data() + span, u, &points->X, &CK[0].X)) return;
+    }
   }
   RequireControlPoints();
   if (CK.size() < 4) RaiseGeneralError(CurveOperation<TPoint>("CurveDerivsAlg1") + ": the result needs 4 places");

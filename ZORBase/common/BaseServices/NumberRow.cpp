@@ -22,7 +22,8 @@ std::string ReadRow(std::string_view Text, std::span<double> Values, TNumberForm
     const TNumberStatus status = TryStrToFloat(items.Item(), Form, Values[count]);
     if (status != TNumberStatus::Good) firstError = NumberErrorText(items.Item(), status);
   }
-  return count == Values.size() ? firstError : "Error Item Number: " + std::to_string(count);
+  if (count != Values.size()) return "Error Item Number: " + std::to_string(count);
+  return firstError;
 }
 
 }  // namespace

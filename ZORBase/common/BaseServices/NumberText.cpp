@@ -57,7 +57,7 @@ TNumberStatus TryUnsigned(std::string_view Text, double& Value) {
     if (IsTooLarge(Text)) return TNumberStatus::TooLarge;
     Value = 0.0;
   }
-  return std::isinf(Value) ? TNumberStatus::TooLarge : TNumberStatus::Good;
+  return TNumberStatus::Good;
 }
 
 TNumberStatus Try1033(std::string_view Text, double& Value) {
@@ -220,7 +220,8 @@ std::string LocaleDecimalPoint() {
   const char point = std::use_facet<std::numpunct<char>>(locale).decimal_point();
   // A facet of char holds no more than the first byte of a point that has several, as in ps_AF; the C locale has it whole.
   const bool isWhole = static_cast<unsigned char>(point) < 128;
-  return isWhole && locale != std::locale::classic() ? std::string(1, point) : std::localeconv()->decimal_point;
+  if (isWhole && locale != std::locale::classic()) return std::string(1, point);
+  return std::localeconv()->decimal_point;
 }
 
 std::string Shortened(std::string_view Text) {

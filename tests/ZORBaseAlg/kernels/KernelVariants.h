@@ -2,6 +2,7 @@
 // chooses depends on the machine it starts on.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -48,6 +49,7 @@ struct TLaneKernels {
   TVector (*Derivatives)(const double* U, double u, TNumbers Points4);
   TVector (*SamplePoses)(TNumbers Points4, TNumbers Basis);
   TVector (*SolvePoses)(TNumbers Q, TNumbers U, TNumbers P);
+  bool (*SolveWithoutNumbers)(std::size_t Last);  ///< for those that are refused at sight
 };
 
 const TLaneKernels& LaneKernels();

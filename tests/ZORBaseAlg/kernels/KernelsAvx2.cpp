@@ -1,6 +1,6 @@
 // The kernels for AVX2, where the library has clones for it: Clang before 18 inlines no vectors into them. And those that have no
 // other form.
-#if defined(__x86_64__) && !(defined(__clang__) && __clang_major__ < 18)
+#if defined(__x86_64__) && !(defined(__clang__) && __clang_major__ < 18) && !defined(ZORBASE_COUNTS_LINES)
 #define ZORBASE_TEST_AVX2 1
 #define ZORBASE_KERNEL_TARGET __attribute__((target("avx2")))
 #else
@@ -66,6 +66,8 @@ TVector SolvePosesOf(TNumbers Q, TNumbers U, TNumbers P) {
   return Variant::SolvePosesByLanes(Q.size() / 6 - 1, Q.data(), U.data(), solution.data()) ? solution : TVector();
 }
 
+bool SolveWithoutNumbers(std::size_t Last) { return Variant::SolvePosesByLanes(Last, nullptr, nullptr, nullptr); }
+
 }  // namespace
 
 namespace ZORBase::Test {
@@ -88,7 +90,8 @@ const TLaneKernels& LaneKernels() {
                                        PoseOf,
                                        DerivativesOf,
                                        SampleByLanesOf,
-                                       SolvePosesOf};
+                                       SolvePosesOf,
+                                       SolveWithoutNumbers};
   return kernels;
 }
 
