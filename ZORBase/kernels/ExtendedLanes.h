@@ -25,7 +25,11 @@
 #define ZORBASE_HAS_EXTENDED_LANES 1
 #include <immintrin.h>
 #define ZORBASE_BY_LANES __attribute__((target("avx2")))
+#ifdef ZORBASE_COUNTS_LINES
+#define ZORBASE_BY_LANES_INLINE __attribute__((target("avx2"))) inline
+#else
 #define ZORBASE_BY_LANES_INLINE __attribute__((target("avx2"), always_inline)) inline
+#endif
 #endif
 
 namespace ZORBase {

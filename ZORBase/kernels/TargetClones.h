@@ -12,7 +12,8 @@
 // No variant may enable fused multiply-add, or results would depend on the machine: AVX2 by itself does not, AVX-512
 // always does. The choice is made before a sanitizer has set itself up, so under one there is the baseline only; so it is
 // with Clang before 18, which gives the chosen function a name that no other file finds. To compare the variants, the build option
-// ZORBASE_TARGET makes all of them one: ZORBASE_TARGET_BASELINE or ZORBASE_TARGET_AVX2 is defined then.
+// ZORBASE_TARGET makes all of them one: ZORBASE_TARGET_BASELINE or ZORBASE_TARGET_AVX2 is defined then. To count which lines run,
+// ZORBASE_COUNTS_LINES leaves the baseline only and calls the helpers: a line that is inlined would count at every place on its own.
 #pragma once
 
 #include <cstddef>  // also tells which C library there is
@@ -25,7 +26,7 @@
 #endif
 #endif
 
-#if defined(ZORBASE_TARGET_BASELINE)
+#if defined(ZORBASE_TARGET_BASELINE) || defined(ZORBASE_COUNTS_LINES)
 #define ZORBASE_TARGET_CLONES
 #elif defined(ZORBASE_TARGET_AVX2)
 #define ZORBASE_TARGET_CLONES __attribute__((target("avx2")))
@@ -36,7 +37,11 @@
 #define ZORBASE_TARGET_CLONES
 #endif
 
-#if defined(__GNUC__)
+#if defined(ZORBASE_COUNTS_LINES)
+#define ZORBASE_INLINE inline
+#define ZORBASE_INLINE_LAMBDA
+#define ZORBASE_NOINLINE
+#elif defined(__GNUC__)
 #define ZORBASE_INLINE [[gnu::always_inline]] inline
 #define ZORBASE_INLINE_LAMBDA __attribute__((always_inline))
 #define ZORBASE_NOINLINE [[gnu::noinline]]

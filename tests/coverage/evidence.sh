@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Coverage: builds the library and its tests so that they count which lines and branches run, runs them, and prints a section of
-# the page. Ends with an error for a line that no test runs and left-out.txt does not explain, and below 95 % of the branches.
+# the page. Ends with an error for a line or branch that no test takes and left-out.txt does not explain, and below 95 % of the
+# branches.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
-scripts/install-packages.sh coverage >&2
 readonly build=build/coverage-of-library
 programs=(common_tests geometry_tests algorithm_tests capi_tests fault_tests thread_tests allocation_tests)
 {
@@ -16,8 +16,4 @@ programs=(common_tests geometry_tests algorithm_tests capi_tests fault_tests thr
   for program in "${programs[@]}"; do "$build/tests/$program" --gtest_brief=1 --gtest_filter=-*WithinASecond*; done
 } >&2
 
-# A branch is a way out of a condition. The ways that only an exception takes, which nearly every call has, and those that the
-# compiler proves to be dead are not counted.
-gcovr --root . --filter ZORBase/ --exclude-throw-branches --exclude-unreachable-branches --json "$build/coverage.json" \
-  "$build" >&2
-tests/coverage/report.py "$build/coverage.json"
+tests/coverage/report.py "$build"

@@ -4,5 +4,11 @@
 #include "SvdVariant.inc"
 
 namespace ZORBase::Test {
-TSvdResult BaselineSvd(std::span<const double> A, int M, int N) { return Decomposed(A, M, N); }
+
+TSvdResult BaselineSvd(std::span<const double> A, int M, int N) { return Decomposed(A, M, N, TSvd::TUse::Everything); }
+
+TSvdResult BaselineSvdWithoutU(std::span<const double> A, int M, int N) {
+  return Decomposed(A, M, N, TSvd::TUse::VOnly);
+}
+
 }  // namespace ZORBase::Test

@@ -16,6 +16,7 @@ struct TSvdResult {
 };
 
 TSvdResult BaselineSvd(std::span<const double> A, int M, int N);
+TSvdResult BaselineSvdWithoutU(std::span<const double> A, int M, int N);
 
 /// To be called only where the machine has AVX2.
 bool HasAvx2();
