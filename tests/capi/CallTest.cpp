@@ -38,5 +38,11 @@ TEST(CallOfTheCInterface, CutsALongTextBetweenCharactersAndNotInside) {
   EXPECT_THAT(cut, testing::EndsWith("\u00e4..."));
 }
 
+// No character begins where it could be cut.
+TEST(CallOfTheCInterface, LeavesALongTextOutThatIsNoneOfCharacters) {
+  EXPECT_EQ(TextAfter(ZORBASE_UNEXPECTED, [] { throw std::runtime_error(std::string(3000, '\x80')); }),
+            "zorbase_example: ...");
+}
+
 }  // namespace
 }  // namespace ZORBase::Test

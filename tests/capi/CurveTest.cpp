@@ -209,6 +209,11 @@ TEST(ZorbaseCurveWithoutPoints, IsTheErrorOfTheClassInEveryCallThatNeedsThem) {
   std::size_t count = 9;
   EXPECT_TRUE(Good(zorbase_curve_control_points(curve, nullptr, 0, &count)));
   EXPECT_EQ(count, 0U);
+  const auto before = Bits(poses);
+  count = 9;
+  EXPECT_TRUE(Good(zorbase_curve_control_points(curve, poses.data(), poses.size(), &count)));
+  EXPECT_EQ(count, 0U);
+  EXPECT_EQ(Bits(poses), before);
 }
 
 TEST_F(ZorbaseCurve, IsReadFromManyThreadsAtOnce) {

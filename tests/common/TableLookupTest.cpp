@@ -26,6 +26,15 @@ TPlace FindFrom(int Start, const std::vector<double>& Keys, double Value) {
   return {place.Row, place.Between};
 }
 
+// For a value that is covered: Keys.front() <= Value < Keys.back().
+TPlace FindAt(const std::vector<double>& Keys, double Value) {
+  const auto above = std::upper_bound(Keys.begin(), Keys.end(), Value);
+  const TRowPlace place = FindRowAt(
+      static_cast<int>(above - Keys.begin()) - 1, static_cast<int>(Keys.size()),
+      [&](int Row) { return Keys.at(static_cast<std::size_t>(Row)); }, Value);
+  return {place.Row, place.Between};
+}
+
 // The bisection step by step, with the middle row taken by truncation.
 TPlace FindStepByStep(const std::vector<double>& Keys, double Value) {
   const long double eps = 1e-7L;
@@ -161,14 +170,22 @@ TEST(FindRowAt, TakesTheStepsOfTheBisection) {
         const double near = keys[random() % keys.size()];
         for (const double value :
              {near, near + 3e-7 * (unit() - 0.5), near + 1e-7, near - 1e-7, keys.back() * unit()}) {
-          const auto above = std::upper_bound(keys.begin(), keys.end(), value);
-          if (above == keys.begin() || above == keys.end()) continue;
-          const TRowPlace place = FindRowAt(
-              static_cast<int>(above - keys.begin()) - 1, static_cast<int>(keys.size()),
-              [&](int Row) { return keys.at(static_cast<std::size_t>(Row)); }, value);
-          ASSERT_EQ(TPlace(place.Row, place.Between), FindStepByStep(keys, value)) << value << " in " << keys.size();
+          if (value < keys.front() || value >= keys.back()) continue;
+          ASSERT_EQ(FindAt(keys, value), FindStepByStep(keys, value)) << value << " in " << keys.size();
         }
       }
+    }
+  }
+}
+
+// From 2^41 on, a key and the tolerance sum up to the key, even in extended precision: its own row does not answer first.
+TEST(FindRowAt, TakesTheStepsOfTheBisectionAmongKeysThatSwallowTheTolerance) {
+  const std::vector<double> keys = {4e12, 5e12, 6e12, 7e12, 8e12};
+  EXPECT_EQ(FindAt(keys, 4e12), TPlace(0, true));
+  for (const double key : keys) {
+    for (const double value : {key, std::nextafter(key, kInfinity), std::nextafter(key, -kInfinity), key + 1e11}) {
+      if (value < keys.front() || value >= keys.back()) continue;
+      EXPECT_EQ(FindAt(keys, value), FindStepByStep(keys, value)) << value;
     }
   }
 }

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "faults/FaultSupport.h"
+#include "faults/FileCalls.h"
 #include "support/SystemLimits.h"
 #include "support/TestSupport.h"
 #if defined(ZORBASE_HAS_TOOLS)
@@ -119,6 +120,40 @@ TEST_F(TSavingFault, AWriteThatFailsAtAnyPlaceLeavesTheOldFileAndNothingBesideIt
                 "the general error; the old file stays, nothing beside it");
     }
   }
+}
+
+TEST_F(TSavingFault, ADiskThatDoesNotTakeItLeavesTheOldFileAndNothingBesideIt) {
+  using TKind = TFileFault::TKind;
+  for (const TSaving& saving : Savings(20)) {
+    for (const TKind kind : {TKind::NotOnDisk, TKind::LostOnClosing}) {
+      SCOPED_TRACE(saving.Name);
+      WriteFile(FFile, kOldText);
+      const TFileFault fault(kind, 1);
+      EXPECT_EQ(Outcome([&] { saving.Save(FFile); }), TOutcome::Refused);
+      EXPECT_EQ(fault.Failed(), 1);
+      ExpectOldOrNew(std::string(kOldText));
+    }
+  }
+}
+
+TEST_F(TSavingFault, AnotherNameIsTriedWhereTheOneBesideTheFileIsTaken) {
+  const TSave save = Savings(20).front().Save;
+  const std::string newText = NewText(save);
+  WriteFile(FFile, kOldText);
+  const TFileFault fault(TFileFault::TKind::NameTaken, 5);
+  EXPECT_EQ(Outcome([&] { save(FFile); }), TOutcome::Done);
+  EXPECT_EQ(fault.Failed(), 5);
+  ExpectOldOrNew(newText);
+}
+
+TEST_F(TSavingFault, TheOldFileStaysWhereNoNameIsFree) {
+  constexpr int kEndless = 1'000'000;
+  const TSave save = Savings(20).front().Save;
+  WriteFile(FFile, kOldText);
+  const TFileFault fault(TFileFault::TKind::NameTaken, kEndless);
+  EXPECT_EQ(Outcome([&] { save(FFile); }), TOutcome::Refused);
+  EXPECT_LT(fault.Failed(), 1000);
+  ExpectOldOrNew(std::string(kOldText));
 }
 
 // A full disk, for a process that nobody told to ignore the signal.

@@ -1,25 +1,13 @@
 #include "support/TestLocks.h"
 
-#include <dlfcn.h>
 #include <pthread.h>
 
-#include <atomic>
+#include "support/HiddenFunction.h"
 
 namespace ZORBase::Test {
 namespace {
 
 constinit thread_local std::int64_t Taken = 0;
-
-/// The function that this program hides. No function's static object, for that would be locked as well.
-template <class TFunction>
-TFunction* Hidden(std::atomic<TFunction*>& Known, const char* Name) {
-  TFunction* function = Known.load(std::memory_order_relaxed);
-  if (!function) {
-    function = reinterpret_cast<TFunction*>(::dlsym(RTLD_NEXT, Name));
-    Known.store(function, std::memory_order_relaxed);
-  }
-  return function;
-}
 
 constinit std::atomic<int (*)(pthread_mutex_t*)> MutexLock{};
 constinit std::atomic<int (*)(pthread_mutex_t*)> MutexTryLock{};

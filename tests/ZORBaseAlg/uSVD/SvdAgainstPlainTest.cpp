@@ -126,6 +126,18 @@ TEST(SvdAgainstPlain, ANaNOrAnInfinity) {
   }
 }
 
+TEST(SvdAgainstPlain, WithoutUTheRestIsTheSame) {
+  for (const auto& [m, n] : kSizes) {
+    SCOPED_TRACE(testing::Message() << m << " x " << n);
+    const TMatrixCase matrix = NoiseMatrix(m, n);
+    const TSvdResult expected = BaselineSvd(matrix.Items, m, n);
+    const TSvdResult found = BaselineSvdWithoutU(matrix.Items, m, n);
+    EXPECT_EQ(found.Status, expected.Status);
+    ExpectSame(found.W, expected.W, "w");
+    ExpectSame(found.V, expected.V, "v");
+  }
+}
+
 TEST(SvdAgainstPlain, SeveralThreadsAtOnce) {
   const TMatrixCase matrix = NoiseMatrix(60, 40);
   const TPlainSvd plain(matrix.Items, matrix.M, matrix.N);

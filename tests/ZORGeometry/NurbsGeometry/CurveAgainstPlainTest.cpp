@@ -158,6 +158,8 @@ const std::vector<TGivenKnots> kGivenKnots = {
     {"a break", {0, 0, 0, 0, 0.3, 0.3, 0.3, 0.3, 1, 1, 1, 1}},
     {"spans below 1e-6", {0, 0, 0, 0, 9e-7, 0.5, 0.5 + 9e-7, 0.5 + 2e-6, 1 - 5e-7, 1, 1, 1, 1}},
     {"a short domain", {0.25, 0.25, 0.25, 0.25, 0.5, 0.75, 0.75, 0.75, 0.75}},
+    {"a domain that ends early", {0, 0, 0, 0, 0.25, 0.5, 0.5, 0.5, 0.5}},
+    {"a loose end far behind", {0, 0, 0, 0, 0.5, 1, 1.1, 1.2, 1.3}},
     {"a long domain", {-2, -2, -2, -2, -0.5, 0.25, 0.75, 3, 3, 3, 3}},
     {"all knots equal", {0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5}},
     {"loose ends inside", {0, 0, 0, 0, 0.1, 0.2, 0.9, 0.95, 1, 1}},
@@ -215,6 +217,21 @@ TEST(CurveAgainstPlain, GivenKnotsOfEveryKindGiveThePlainTableOrTheGeneralError)
       ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(random, curve, plain.Table, 400));
     }
   }
+}
+
+// Lanes do not take the component 1e-310; every row has to be made the other way.
+TEST(CurveAgainstPlain, ATinyComponentGivesThePlainTable) {
+  std::mt19937_64 random(20261147);
+  const std::vector<double> knots = {0, 0, 0, 0, 0.25, 0.5, 0.5, 1, 1, 1, 1};
+  std::vector<TPoint6D> points;
+  for (std::size_t i = 0; i + 4 < knots.size(); ++i) points.push_back(RandomPose(random, 5));
+  points[3].B = 1e-310;
+  TNurbs6D curve;
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, static_cast<int>(points.size())));
+  curve.InitLengthByUArray();
+  TPlainCurve plain = PlainCurveOf(knots, points);
+  plain.InitLengthByUArray();
+  ASSERT_NO_FATAL_FAILURE(ExpectSameTable(curve.SUTable(), plain.Table));
 }
 
 bool IsSameOrBothNaN(const TPoint6D& P, const TPlainPose& Q) {

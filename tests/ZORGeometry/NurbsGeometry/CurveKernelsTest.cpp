@@ -1,4 +1,5 @@
 // The parts that the fast curve is made of.
+#include <ZORBase/ZORGeometry/NurbsGeometry/CurvePoint.h>
 #include <ZORBase/kernels/BucketIndex.h>
 #include <ZORBase/kernels/CurveBlend.h>
 #include <ZORBase/kernels/ExtendedStore.h>
@@ -99,6 +100,16 @@ TEST(BucketIndex, KeysOverTooSmallOrTooLargeARangeAreLeftAlone) {
   EXPECT_FALSE(IndexOf({-1.5e308, 0, 1.5e308}).Covers(std::nextafter(1.5e308, 0)));
 }
 
+// Places are kept in 32 bits. That there are too many is told by their number alone.
+TEST(BucketIndex, MoreKeysThanItHasNumbersForAreLeftAlone) {
+  TBucketIndex index = IndexOf({0, 1, 2, 3});
+  index.Build(std::numeric_limits<std::uint32_t>::max(), [](std::size_t i) {
+    ADD_FAILURE() << "key " << i << " was asked for";
+    return 0.0;
+  });
+  EXPECT_FALSE(index.Covers(1.5));
+}
+
 TEST(BucketIndex, BuiltAgainItKnowsTheNewKeysOnly) {
   TBucketIndex index = IndexOf({0, 1, 2, 3});
   const std::vector<double> keys = {10, 11, 12, 13, 14};
@@ -117,6 +128,18 @@ TEST(BucketIndex, WhatIsMovedFromCoversNothing) {
   index = std::move(other);
   EXPECT_TRUE(index.Covers(1.5));
   EXPECT_FALSE(other.Covers(1.5));  // NOLINT(bugprone-use-after-move)
+}
+
+// A guess may lie on either side of the right interval, or be none at all.
+TEST(SpanNear, IsTheSpanOfTheParameterWhateverTheGuess) {
+  std::mt19937_64 random(20261148);
+  TNurbsBasicFunc basis;
+  basis.CreateCross(std::vector<double>{0, 0, 0, 0, 0.125, 0.3, 0.3, 0.6, 0.9, 1, 1, 1, 1}, 13);
+  for (int round = 0; round < 200; ++round) {
+    const double u = round % 2 == 0 ? Uniform(random, -0.1, 1.1) : basis.Items(static_cast<int>(random() % 13));
+    for (int guess = -2; guess < 15; ++guess)
+      ASSERT_EQ(SpanNear(basis, guess, u), basis.FindSpan(u)) << u << ", guess " << guess;
+  }
 }
 
 // Pairs whose sum or product rounds twice: to 64 bits it lies half way between two doubles.

@@ -100,6 +100,16 @@ TEST(TNurbs2DSteps, SolvingNamesPointsWhoseKnotsAreTooClose) {
   for (const TPoint2D& point : P) EXPECT_TRUE(IsSamePlace(point, {7, 7}));
 }
 
+TEST(TNurbs2DSteps, SolvingRaisesForKnotsThatAreNoNumbers) {
+  for (const double bad : {kNaN, kInfinity}) {
+    const std::vector<double> U = {0, 0, 0, 0, 0.5, bad, 1, 1, 1, 1};
+    std::vector<TPoint2D> P(6, TPoint2D{7, 7});
+    EXPECT_THAT([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, P); },
+                RaisesGeneralError(testing::HasSubstr("closer than 1e-6 of the path")));
+    for (const TPoint2D& point : P) EXPECT_TRUE(IsSamePlace(point, {7, 7}));
+  }
+}
+
 // ---------------------------------------------------------------------------------------------- what is refused
 
 TEST(TNurbs2DRefuses, NeighboursCloserThanAMillionthOfThePath) {

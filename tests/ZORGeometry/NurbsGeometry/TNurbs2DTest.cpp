@@ -88,6 +88,7 @@ TEST(TNurbs2D, MeasuringAgainAfterAScalingDoublesTheLength) {
   curve.TransformBy(TMatrix2D::Create(2, 0, 0, 2, 0, 0));
   curve.InitLengthByUArray();
   EXPECT_NEAR(curve.CurveLength(), 2 * length, 1e-5);
+  EXPECT_EQ(curve.GetCurveLength(), curve.CurveLength());
 }
 
 TEST(TNurbs2D, TheNearestTableRowIsWithinHalfARowOfAPointOnTheCurve) {
@@ -221,6 +222,11 @@ TEST(TNurbs2D, BoundsAreThoseOfTheControlPoints) {
   EXPECT_EQ(curve.GetMax().Y, 2);
   EXPECT_EQ(curve.GetMin().X, -4);
   EXPECT_EQ(curve.GetMin().Y, -2);
+  // What was asked for last stays readable.
+  EXPECT_EQ(curve.maxPos().X, 3);
+  EXPECT_EQ(curve.maxPos().Y, 2);
+  EXPECT_EQ(curve.minPos().X, -4);
+  EXPECT_EQ(curve.minPos().Y, -2);
   curve.RelativeToZero();
   curve.TransformBy(TMatrix2D::Create(2, 0, 0, 1, 0, 0));
   EXPECT_EQ(curve.GetMax().X, 6);

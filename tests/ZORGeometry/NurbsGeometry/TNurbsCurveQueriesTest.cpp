@@ -239,16 +239,49 @@ TEST(ClosestPoint, ACuspInsideTheCurveIsFound) {
   EXPECT_NEAR(curve.ClosestPoint({4, 4}).Distance, 0, 1e-12);
 }
 
-TEST(ClosestPoint, KnotsThatAreNotClampedAndPointsThatAreNotFiniteOrTooFarRaise) {
+TEST(ClosestPoint, ACurveThatStaysInOnePlaceIsAsFarAsThatPlace) {
   TNurbs2D curve;
-  const std::vector<double> knots = {0, 0.1, 0.2, 0.3, 0.7, 0.8, 0.9, 1};
-  const std::vector<TPoint2D> points = {{0, 0}, {1, 1}, {2, 1}, {3, 0}};
-  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, 4));
-  EXPECT_THAT(
-      [&] {
-        (void)curve.ClosestPoint({0, 0});
-      },
-      RaisesGeneralError(testing::HasSubstr("four zeros to four ones")));
+  const std::vector<double> knots = {0, 0, 0, 0, 1, 1, 1, 1};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, std::vector<TPoint2D>(4, TPoint2D{1, 2}), 4));
+  const auto found = curve.ClosestPoint({4, 6});
+  EXPECT_EQ(found.Param, 0);
+  EXPECT_EQ(found.Distance, 5);
+}
+
+// Between 0.5 and the next double the curve crosses from (3, 0) to (3, 8). No place lies within: seen from above, the end is closest.
+TEST(ClosestPoint, AnIntervalAsNarrowAsARoundingHasItsEndsOnly) {
+  TNurbs2D curve;
+  const double behind = std::nextafter(0.5, 1);
+  const std::vector<double> knots = {0, 0, 0, 0, 0.5, 0.5, 0.5, behind, 1, 1, 1, 1};
+  const std::vector<TPoint2D> points = {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {3, 8}, {4, 8}, {5, 8}, {6, 8}};
+  ASSERT_TRUE(curve.CreateByCtlPoints(knots, points, 8));
+  for (const double y : {4.5, 5.5, 6.25, 7.0}) {
+    const TPoint2D point{3, y};
+    const auto found = curve.ClosestPoint(point);
+    EXPECT_EQ(found.Distance, (curve.EvalPoint(found.Param) - point).Mag());
+    EXPECT_EQ(found.Distance, 8 - y);
+    EXPECT_EQ(found.Param, behind);
+  }
+}
+
+TEST(ClosestPoint, KnotsThatAreNotClampedRaise) {
+  for (const std::vector<double>& knots : std::vector<std::vector<double>>{{0, 0.1, 0.2, 0.3, 0.7, 0.8, 0.9, 1},
+                                                                           {0, 0, 0, 0, 1, 1, 1, 2},
+                                                                           {0, 0, 0, 0, 0.7, 0.3, 1, 1, 1, 1},
+                                                                           {0, 0, 0, 0, 1, 1, 1}}) {
+    const int count = static_cast<int>(knots.size()) - 4;
+    TNurbs2D curve;
+    ASSERT_TRUE(curve.CreateByCtlPoints(knots, std::vector<TPoint2D>(knots.size() - 4, TPoint2D{1, 2}), count));
+    EXPECT_THAT(
+        [&] {
+          (void)curve.ClosestPoint({0, 0});
+        },
+        RaisesGeneralError(testing::HasSubstr("four zeros to four ones")))
+        << count << " points";
+  }
+}
+
+TEST(ClosestPoint, PointsThatAreNotFiniteOrTooFarAndCurvesWithoutPointsRaise) {
   EXPECT_THAT(
       [&] {
         (void)QuarterCircle(1, 4).ClosestPoint({std::nan(""), 0});

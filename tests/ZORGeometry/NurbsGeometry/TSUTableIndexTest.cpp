@@ -155,6 +155,23 @@ TEST(TSUTableIndex, ACurveFittedAgainHasOnlyTheRowsOfItsNewPath) {
   }
 }
 
+// Long tables have few buckets for their rows, others one for each: there is room for the rows, but not for the buckets.
+TEST(TSUTableIndex, ATableThatIsNoLongerLongHasItsNewRowsToo) {
+  std::mt19937_64 random(20261149);
+  const auto line = [](double Length) {
+    TPoint6DList poses;
+    for (int i = 0; i <= 10; ++i) poses.Add(Length / 10 * i, 0, 0);
+    return poses;
+  };
+  TNurbs6D curve = CurveThrough(line(2100));
+  ASSERT_GT(curve.SUTable().Count(), 65536);
+  const TPoint6DList shorter = line(1900);
+  ASSERT_TRUE(curve.CreateCross(&shorter, mChord));
+  ASSERT_LT(curve.SUTable().Count(), 65536);
+  EXPECT_THAT(curve, HasState(StateOf(CurveThrough(shorter))));
+  ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(curve.SUTable(), FilledByHand(curve.SUTable()), random, 1000));
+}
+
 TEST(TSUTableIndex, AMuchShorterTableGivesBackMemory) {
   std::mt19937_64 random(20261146);
   TNurbs6D curve = CurveThrough(RandomPoses(random, TPathKind::Walk, 400));

@@ -117,6 +117,7 @@ TEST(TSUTable, OneRowAnswersEverything) {
   EXPECT_EQ(table.GetUByS(-1), 0.25);
   EXPECT_EQ(table.GetUByS(0), 0.25);
   EXPECT_EQ(table.GetUByS(1), 0.25);
+  EXPECT_THAT([&] { table.GetUByS(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 // A table as curves have them: lengths that rise by random steps, some of them 0 or below the tolerance of a row.
