@@ -266,6 +266,7 @@ TEST(ClosestPoint, AnIntervalAsNarrowAsARoundingHasItsEndsOnly) {
 
 TEST(ClosestPoint, KnotsThatAreNotClampedRaise) {
   for (const std::vector<double>& knots : std::vector<std::vector<double>>{{0, 0.1, 0.2, 0.3, 0.7, 0.8, 0.9, 1},
+                                                                           {-1, 0, 0, 0, 1, 1, 1, 1},
                                                                            {0, 0, 0, 0, 1, 1, 1, 2},
                                                                            {0, 0, 0, 0, 0.7, 0.3, 1, 1, 1, 1},
                                                                            {0, 0, 0, 0, 1, 1, 1}}) {
