@@ -288,6 +288,7 @@ TEST(ClosestPoint, PointsThatAreNotFiniteOrTooFarAndCurvesWithoutPointsRaise) {
         (void)QuarterCircle(1, 4).ClosestPoint({std::nan(""), 0});
       },
       RaisesGeneralError(testing::HasSubstr("not finite")));
+  TNurbs2D curve;
   const std::vector<double> clamped = {0, 0, 0, 0, 1, 1, 1, 1};
   ASSERT_TRUE(curve.CreateByCtlPoints(clamped, std::vector<TPoint2D>{{0, 0}, {1, 0}, {1e160, 1}, {3, 0}}, 4));
   EXPECT_THAT(
