@@ -28,8 +28,9 @@ $(ldd --version | head -n 1).
 
 Operations are held against the sets of \`tests/accuracy/references\`, computed with 50 digits by \`References.py\` from fixed seeds; this page
 uses ten times as many cases as the files there. Laws and comparisons with the extended format draw their cases from a generator
-with a fixed seed, and number them. An ordinary test measures the same, with fewer cases, and fails where an operation exceeds its
-goal, or the looser limit that the shortfalls name.
+with a fixed seed, and number them; case k of a set is its line k + 1, below its heading, in the sets that the command leaves
+in \`build/accuracy/references/ten-times\`. An ordinary test measures the same, with fewer cases, and fails where an operation
+exceeds its goal, or the looser limit that the shortfalls name.
 
 | unit | meaning |
 |---|---|

@@ -19,7 +19,7 @@ cat <<PAGE
 ## No hidden allocation
 
 The calls of a control loop, in C++ and in C, on objects that are built, each over 40 arguments. A counting operator new and
-counting lock functions watch. What they count is tried on calls that do allocate and lock.
+counting lock functions watch. What they count is tried on calls that do allocate and lock. A call that throws fails its test.
 
     tests/allocation/evidence.sh
 

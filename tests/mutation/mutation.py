@@ -43,10 +43,13 @@ PROGRAMS = {'common': 'common_tests', 'ZORGeometry': 'geometry_tests', 'ZORBaseA
 
 # A test may take this much longer than without a mistake, in seconds of the processor, before it counts as hanging.
 SLOWER, GRACE = 2, 5
-WALL_LIMIT = 1200
+WALL_LIMIT = 1200  # by the clock; whoever gets there on an idle machine waits for something that does not come
 MEMORY_LIMIT = 6 << 30
 FILE_LIMIT = 1 << 30
 COMPILED_LIMIT = 600
+
+FEWEST_KILLED = 0.85
+SHORT_OF_GOAL = 10  # the exit status that scripts/evidence.sh understands
 
 
 def shown(path):
@@ -118,6 +121,12 @@ def is_affordable(name, users):
     if not name.startswith(NUMERIC) or not name.endswith(('.cpp', '.h')):
         return False
     return bool(users[name]) and not any(path.name.startswith('unity') for path in users[name])
+
+
+def left_out(users):
+    """The numeric headers with code that could be changed, but not affordably."""
+    return [f'`{name}`' for name in copied_sources() if name.startswith(NUMERIC) and name.endswith('.h')
+            and not is_affordable(name, users) and any(mutants_of(name, (TREE / name).read_text()))]
 
 
 def sample(count, seed, users):
@@ -295,7 +304,8 @@ def report(count, seed):
             survivors.append(mutant)
     print(f'{count} of {available} mutants, drawn with the seed {seed}: flipped comparisons, changed constants, swapped operators and '
           'dropped statements in the numeric sources. Not counted: those that do not compile and those whose compiled code is the '
-          'same. Left out: headers whose code the tests compile themselves.\n')
+          'same. Left out, as all tests of a folder would be compiled anew for each of their mutants, are headers whose code the tests '
+          f'take in: {", ".join(left_out(objects_by_source()))}.\n')
     if missing:
         print(f'**{missing} are not tried yet.**\n')
     print('| sources | mutants | do not compile | same code | killed | survived | killed of those that count |')
@@ -306,7 +316,9 @@ def report(count, seed):
         share = f'{100 * f["killed"] / counted:.1f} %' if counted else ''
         print(f'| {row} | {sum(f.values())} | {f["does not compile"]} | {f["same code"]} | {f["killed"]} | {f["survived"]} | {share} |')
     unexplained = 0
-    print('\nWho survived, and why that is right:\n')
+    if figures['all']['killed'] < FEWEST_KILLED * (figures['all']['killed'] + figures['all']['survived']):
+        unexplained += 1
+    print('\nWho survived, and why that is right. Errors of memory among them were not tried under the address sanitizer.\n')
     for mutant in sorted(survivors, key=lambda each: (each.path, each.number)):
         reason = reasons.get(mutant.name)
         unexplained += not reason
@@ -327,7 +339,7 @@ def main():
         run(arguments.count, arguments.seed, arguments.frozen)
         return 0
     if arguments.action == 'report':
-        return min(report(arguments.count, arguments.seed), 1)
+        return SHORT_OF_GOAL if report(arguments.count, arguments.seed) else 0
     for mutant in sample(arguments.count, arguments.seed, objects_by_source())[0]:
         print(f'{mutant.path}:{mutant.number} {mutant.kind}\n- {mutant.before.strip()}\n+ {mutant.after.strip()}')
     return 0

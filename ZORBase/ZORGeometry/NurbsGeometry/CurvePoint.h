@@ -111,7 +111,8 @@ ZORBASE_INLINE TPoint PointInside(const TNurbsBasicFunc& Basis, std::span<const 
   return sum;
 }
 
-/// \return FindSpan(u), for knots that do not fall. Guess is the knot interval where u is likely to lie: asking that is cheaper than searching.
+/// \return FindSpan(u), for knots that do not fall. Guess is the knot interval where u is likely to lie: asking that is cheaper
+///         than searching.
 inline int SpanNear(const TNurbsBasicFunc& Basis, int Guess, double u) {
   const std::span<const double> U = Basis.uArr();
   const auto guess = static_cast<std::size_t>(Guess);

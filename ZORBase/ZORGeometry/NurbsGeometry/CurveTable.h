@@ -16,7 +16,8 @@ inline constexpr std::int64_t kMaxTableRows = 64'000'000;
 
 /// Makes the table of the curve with these control points: a first row at u = 0, and for each knot interval
 /// Round(chord / kTableSpacing) rows, at least one. The memory of the table before serves again where it suffices.
-/// \throws the general error, with the table as it was, when a knot is not finite or falls, when a chord is not finite, and when there would be more than kMaxTableRows rows.
+/// \throws the general error, with the table as it was, when a knot is not finite or falls, when a chord is not finite, and when
+///         there would be more than kMaxTableRows rows.
 template <class TPoint>
 void MeasureCurve(const TNurbsBasicFunc& Basis, std::span<const TPoint> P, TSUTable& Table);
 

@@ -13,8 +13,8 @@ namespace ZORBase {
 /// Writes a text file so that its name never stands for half a file: the lines go into a file beside it, which takes
 /// over the name in Commit. Without a Commit, or when something fails, the file is as it was before.
 ///
-/// A symbolic link is followed, to where its target is or will be, and the permissions of an existing file are kept. What is not a regular file (a device, a
-/// named pipe) is written straight into.
+/// A symbolic link is followed, to where its target is or will be, and the permissions of an existing file are kept. What is not a
+/// regular file (a device, a named pipe) is written straight into.
 class ZORBASE_API TTextFileWriter {
  public:
   /// \throws the general error, with the system's reason, when nothing can be written there.

@@ -1,6 +1,6 @@
-// PlainCurve: the curve through poses, or points of the plane, in its plainest form, formula by formula: a span search and a basis evaluation for
-// every sample, one bisection for every look-up, sums and products of components in extended precision. Slow on purpose; the
-// library has to give the same bits.
+// PlainCurve: the curve through poses, or points of the plane, in its plainest form, formula by formula: a span search and a basis
+// evaluation for every sample, one bisection for every look-up, sums and products of components in extended precision. Slow on
+// purpose; the library has to give the same bits.
 //   TPlainBasis   knots: FindSpan, BasicFuns, DersBasciFuns
 //   TPlainTable   samples of arc length and parameter: GetUByS, GetSByU
 //   TPlainCurve   knots, control points and table: EvalPoint, CurveDerivsAlg1, InitLengthByUArray
