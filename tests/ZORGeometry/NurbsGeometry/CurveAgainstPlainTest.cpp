@@ -292,6 +292,12 @@ TEST(CurveAgainstPlain, ParametersNextToTheStartGiveThePlainPoints) {
   const TPlainCurve plain = PlainCurveOf(knots, points);
   ASSERT_NO_FATAL_FAILURE(ExpectSamePoints(curve, plain, parameters));
   ASSERT_NO_FATAL_FAILURE(ExpectSameDerivatives(curve, plain, parameters));
+  // Alone, and behind four others.
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    std::vector<double> few(i % 2 == 0 ? 0 : 4, 0.5);
+    few.push_back(parameters[i]);
+    ASSERT_NO_FATAL_FAILURE(ExpectSamePoints(curve, plain, few));
+  }
 }
 
 // Steps from 1e-4 to 10, components that vanish, and points on a grid: sums that are exact, or half way between two doubles.
