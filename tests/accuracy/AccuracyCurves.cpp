@@ -235,10 +235,10 @@ void MeasureTables(const TMeasurement& Measurement) {
       row.Add(std::fabs(curve.CurveLength() - length) / length, file);
     }
   }
-  TErrorRow& unit =
-      Measurement.Table.Row({"TNurbs2D, CurveLength, wing profile with a chord of 1", "relative",
-                             "the same spacing on a path of 2 in all: for lengths in millimetres, on purpose", kProfileGoal},
-                            1e-2);
+  TErrorRow& unit = Measurement.Table.Row(
+      {"TNurbs2D, CurveLength, wing profile with a chord of 1", "relative",
+       "the same spacing on a path of 2 in all: for lengths in millimetres, on purpose", kProfileGoal},
+      1e-2);
   TNurbs2D profile;
   profile.CreateCross(SamplePlanePoints(), mChord);
   const double length = PlaneCurveLength(profile.BasicFun().uArr(), profile.pointArr(), 1e-12L);
