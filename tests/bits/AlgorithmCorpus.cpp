@@ -121,6 +121,29 @@ void AddInterpolators(TCorpus& Corpus) {
       Result(move.Count(), move.GetWcsPt(3), move.GetWcsPtbyParam(random.Unit()));
     }
   });
+  Corpus.Exact("TEulerPtInterpolator.GetWcsPtsbyParams", [](TResults& Result) {
+    TPortableRandom random(805);
+    const auto begin = TEulerPoint::FromArray(random.Point6D(3.0).ToArray());
+    const TEulerPtInterpolator move(begin, TEulerPoint::FromArray(random.Point6D(3.0).ToArray()), 5);
+    std::vector<double> params(101);
+    for (double& param : params) param = random.Within(-0.1, 1.1);
+    std::vector<TEulerPoint> poses(params.size());
+    move.GetWcsPtsbyParams(params, poses);
+    for (const TEulerPoint& pose : poses) Result(pose);
+  });
+  Corpus.Inherited("TWcsPtInterpolator.GetWcsPtsbyParams", [](TResults& Result) {
+    TPortableRandom random(806);
+    TPoint6D begin = random.Point6D(3.0), end = random.Point6D(3.0);
+    begin.SetVector(random.Direction());
+    end.SetVector(random.Direction());
+    std::vector<double> params(101);
+    for (double& param : params) param = random.Within(-0.1, 1.1);
+    std::vector<TPoint6D> poses(params.size());
+    for (const int type : {0, 1}) {
+      TWcsPtInterpolator(begin, end, 5, type).GetWcsPtsbyParams(params, poses);
+      for (const TPoint6D& pose : poses) Result(pose);
+    }
+  });
   Corpus.Inherited("TWcsPtInterpolator", [](TResults& Result) {
     TPortableRandom random(804);
     for (int i = 0; i < 100; ++i) {
@@ -151,6 +174,19 @@ void Smooth(TResults& Result, TBaseLowPassFilter& Filter, std::uint64_t Seed) {
   }
 }
 
+// At a signal as long as the filter and at shorter ones.
+template <class TFilter>
+void SumUp(TResults& Result, std::uint64_t Seed) {
+  TPortableRandom random(Seed);
+  TFilter filter;
+  filter.SetFsample(1000.0);
+  filter.SetFcenter(47.0);
+  filter.Initialize(0.0);
+  const auto order = static_cast<int>(filter.Coeff().size());
+  const std::vector<double> signal = random.Numbers(filter.Coeff().size(), 1.0);
+  for (const int count : {order, order / 2, 1, 0, -1}) Result(filter.CalcSimuSignalMutiply(signal, count));
+}
+
 template <class TFilter>
 void AddWindow(TCorpus& Corpus, const char* Name, std::uint64_t Seed) {
   Corpus.Inherited(Name, [Seed](TResults& Result) {
@@ -171,6 +207,13 @@ void AddSignals(TCorpus& Corpus) {
   AddWindow<THammingLowPassFilter>(Corpus, "THammingLowPassFilter", 902);
   AddWindow<TRectangleLowPassFilter>(Corpus, "TRectangleLowPassFilter", 903);
   AddWindow<TBlackmanLowPassFilter>(Corpus, "TBlackmanLowPassFilter", 904);
+  Corpus.Exact("TAverageLowPassFilter.CalcSimuSignalMutiply",
+               [](TResults& Result) { SumUp<TAverageLowPassFilter>(Result, 908); });
+  Corpus.Inherited("CalcSimuSignalMutiply of the windows", [](TResults& Result) {
+    SumUp<THammingLowPassFilter>(Result, 909);
+    SumUp<TRectangleLowPassFilter>(Result, 910);
+    SumUp<TBlackmanLowPassFilter>(Result, 911);
+  });
   Corpus.Exact("TComplex: products, quotients, powers, magnitudes", [](TResults& Result) {
     TPortableRandom random(905);
     for (int i = 0; i < 500; ++i) {
@@ -186,6 +229,15 @@ void AddSignals(TCorpus& Corpus) {
       TComplex w;
       TFFT::Wn_i(1000, i, w, i % 2);
       Result(TComplex{p.X, p.Y}.getAngle(), w);
+    }
+  });
+  Corpus.Exact("TFFT.getFrq", [](TResults& Result) {
+    TPortableRandom random(912);
+    for (const int count : {2, 3, 100, 1000}) {
+      TFFT transform;
+      const double step = random.Within(1e-4, 2.0);
+      transform.CalFFT(random.Numbers(static_cast<std::size_t>(count), 1.0), count, step);
+      for (int i = 0; i < transform.Count(); ++i) Result(transform.getFrq(i));
     }
   });
   Corpus.Inherited("TFFT: spectrum, amplitudes, phases", [](TResults& Result) {

@@ -49,6 +49,15 @@ void AddPoses(TCorpus& Corpus) {
       Result(p.DotMul(q), p.MagSqr(), p.Mag(), p.Normal(), p.VecNormal(), p.ShadowLengthOnVec(q));
     }
   });
+  Corpus.Exact("TPoint6D: RestrainRange", [](TResults& Result) {
+    TPortableRandom random(207);
+    for (int i = 0; i < kPointCases; ++i) {
+      TPoint6D p = random.Point6D(3.0);
+      const TPoint6D low = random.Point6D(2.0);
+      p.RestrainRange(low, random.Point6D(2.0));  // half of the limits are the wrong way round
+      Result(p);
+    }
+  });
   Corpus.Exact("TPoint6D, TEulerPoint: text and back", [](TResults& Result) {
     TPortableRandom random(205);
     for (int i = 0; i < kPointCases; ++i) {
@@ -64,6 +73,14 @@ void AddPoses(TCorpus& Corpus) {
       const TPointXD q = AnyPointXD(random, 44 - static_cast<std::size_t>(i) % 44);
       const double s = random.Signed(3.0);
       Result(p + q, p - q, p * q, p * s, p / s, p.DotMul(q), p.MagSqr(), p.Mag(), p.DistanceTo(q), p.Normal());
+    }
+  });
+  Corpus.Exact("TPointXD: Abs, ExtMax, ExtMin", [](TResults& Result) {
+    TPortableRandom random(208);
+    for (int i = 0; i < kPointCases; ++i) {
+      const TPointXD p = AnyPointXD(random, 1 + static_cast<std::size_t>(i) % 44);
+      const TPointXD q = AnyPointXD(random, 44 - static_cast<std::size_t>(i) % 44);
+      Result(TPointXD::Abs(p), p.ExtMax(q), p.ExtMin(q));
     }
   });
 }

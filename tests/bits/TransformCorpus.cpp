@@ -56,6 +56,22 @@ void AddGivenMatrices(TCorpus& Corpus) {
              matrix.TransformPose(random.Point6D(kTurnSize)));
     }
   });
+  Corpus.Exact("TMatrix4D: lines, and poses by the row", [](TResults& Result) {
+    TPortableRandom random(309);
+    std::vector<TPoint6D> poses(103);
+    for (TPoint6D& pose : poses) pose = random.Point6D(kTurnSize);
+    poses[17].X = 2e10;
+    poses[50].C = 2e10;
+    std::vector<TPoint6D> moved(poses.size());
+    for (int i = 0; i < 20; ++i) {
+      const TMatrix4D matrix = i % 2 == 0 ? AnyAffine(random) : random.Placement(kTurnSize);
+      matrix.TransformPoses(poses, moved);
+      for (const TPoint6D& pose : moved) Result(pose);
+      const TPoint3D start = random.Point3D(kTurnSize);
+      const TLine3D line = matrix.TransformLine({start, random.Point3D(kTurnSize)});
+      Result(line.StartPt, line.EndPt);
+    }
+  });
 }
 
 void AddTurns(TCorpus& Corpus) {
@@ -106,6 +122,21 @@ void AddTurns(TCorpus& Corpus) {
       Result(TEulerAng::Create(angles.X, angles.Y, angles.Z).ToVector());
     }
   });
+  Corpus.Exact("TEulerAng: sums, lengths, distances", [](TResults& Result) {
+    TPortableRandom random(310);
+    for (int i = 0; i < kTurnCases; ++i) {
+      const TPoint3D a = random.Point3D(4.0), b = random.Point3D(4.0);
+      const TEulerAng p = TEulerAng::Create(a.X, a.Y, a.Z), q = TEulerAng::Create(b.X, b.Y, b.Z);
+      Result(p + q, p - q, p * 1.7, p / 1.7, p.Mag(), p.MagSqr(), p.DistanceTo(q));
+    }
+  });
+  Corpus.Inherited("TEulerPoint: tool direction, ToPoint6D, of a list as well", [](TResults& Result) {
+    TPortableRandom random(311);
+    TEulerPointList poses;
+    for (int i = 0; i < kTurnCases; ++i) poses.Add(TEulerPoint::FromArray(random.Point6D(4.0).ToArray()));
+    for (const TEulerPoint& pose : poses) Result(pose.GetVector(), pose.ToPoint6D());
+    for (const TPoint6D& pose : poses.ToPoint6DList()) Result(pose);
+  });
 }
 
 }  // namespace
@@ -134,6 +165,19 @@ void AddOrientations(TCorpus& Corpus) {
       Result(NLerpQuaternion(t, p, q), NLerp4DMatrix(t, m, n));
     }
   });
+  Corpus.Exact("NLerp of quaternions and matrices, many at a time", [](TResults& Result) {
+    TPortableRandom random(405);
+    std::vector<double> t(101);
+    for (double& parameter : t) parameter = random.Within(-0.1, 1.1);
+    std::vector<TQuaternion> turns(t.size());
+    std::vector<TMatrix4D> places(t.size());
+    const TQuaternion p = random.Orientation(), q = random.Orientation();
+    const TMatrix4D m = random.Placement(kTurnSize), n = random.Placement(kTurnSize);
+    NLerpQuaternions(t, p, q, turns);
+    NLerp4DMatrices(t, m, n, places);
+    for (const TQuaternion& turn : turns) Result(turn);
+    for (const TMatrix4D& place : places) Result(place);
+  });
   Corpus.Inherited("TQuaternion: Log, Exp; QuaternionAngle, MatrixAngle", [](TResults& Result) {
     TPortableRandom random(403);
     for (int i = 0; i < kTurnCases; ++i) {
@@ -153,6 +197,19 @@ void AddOrientations(TCorpus& Corpus) {
       Result(SLerpQuaternion(t, q1, q2), SquadQuaternion(t, q0, q1, q2, q3), SLerp4DMatrix(t, m1, m2));
       Result(Squad4DMatrix(t, q0.ToMatrix4D(), m1, m2, q3.ToMatrix4D()));
     }
+  });
+  Corpus.Inherited("SLerp of quaternions and matrices, many at a time", [](TResults& Result) {
+    TPortableRandom random(406);
+    std::vector<double> t(101);
+    for (double& parameter : t) parameter = random.Within(-0.1, 1.1);
+    std::vector<TQuaternion> turns(t.size());
+    std::vector<TMatrix4D> places(t.size());
+    const TQuaternion p = random.Orientation(), q = random.Orientation();
+    const TMatrix4D m = random.Placement(kTurnSize), n = random.Placement(kTurnSize);
+    SLerpQuaternions(t, p, q, turns);
+    SLerp4DMatrices(t, m, n, places);
+    for (const TQuaternion& turn : turns) Result(turn);
+    for (const TMatrix4D& place : places) Result(place);
   });
 }
 
