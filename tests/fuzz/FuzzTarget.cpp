@@ -165,4 +165,10 @@ bool SameBits(std::span<const double> A, std::span<const double> B) {
   return A.size() == B.size() && (A.empty() || std::memcmp(A.data(), B.data(), A.size_bytes()) == 0);
 }
 
+bool SameNumbers(std::span<const double> A, std::span<const double> B) {
+  return std::equal(A.begin(), A.end(), B.begin(), B.end(), [](const double& a, const double& b) {
+    return (std::isnan(a) && std::isnan(b)) || SameBits({&a, 1}, {&b, 1});
+  });
+}
+
 }  // namespace ZORBase::Test

@@ -99,4 +99,7 @@ class TFuzzFolder {
 /// \return whether the numbers are the same bits.
 bool SameBits(std::span<const double> A, std::span<const double> B);
 
+/// \return whether the numbers are the same bits, where which of its many forms a NaN has is nobody's result.
+bool SameNumbers(std::span<const double> A, std::span<const double> B);
+
 }  // namespace ZORBase::Test

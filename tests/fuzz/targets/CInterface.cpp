@@ -1,12 +1,8 @@
 // The C interface: a row of calls on objects that the calls before have left. Input: a number for the call, then its arguments, and so
-// on. Pointers are right or null; what a pointer stands for is always as large as is said.
-#include "fuzz/FuzzTarget.h"
-
-#include <ZORBase/capi/zorbase.h>
-
+// on. Pointers are right or null; what a pointer stands for is always as large as is said. CTransforms has the transforms.
 #include <algorithm>
-#include <array>
-#include <cstring>
+
+#include "fuzz/CCalls.h"
 
 namespace ZORBase::Test::FuzzCInterface {
 namespace {
@@ -18,11 +14,6 @@ constexpr double kLargestPart = 50.0;  // of a pose that is fitted: a table has 
 // The design of a filter takes as many sines as their product.
 constexpr int kLongestFilter = 1000;
 constexpr double kHighestFrequency = 1000.0;
-
-void Check(zorbase_status Status) {
-  Require(Status >= ZORBASE_OK && Status < ZORBASE_UNEXPECTED, "a status is one of the known ones");
-  Require((Status == ZORBASE_OK) == (std::strlen(zorbase_last_error()) == 0), "a failure has a text, a success none");
-}
 
 struct TObjects {
   zorbase_poses* Poses = nullptr;
@@ -48,12 +39,6 @@ struct TObjects {
   TObjects& operator=(const TObjects&) = delete;
 };
 
-zorbase_pose NextPose(TFuzzInput& Input) {
-  zorbase_pose pose{};
-  for (double* const part : {&pose.x, &pose.y, &pose.z, &pose.a, &pose.b, &pose.c}) *part = Input.Number();
-  return pose;
-}
-
 std::vector<zorbase_pose> NextPoses(TFuzzInput& Input) {
   std::vector<zorbase_pose> poses(static_cast<std::size_t>(Input.Count(kMostItems)));
   for (zorbase_pose& pose : poses) pose = NextPose(Input);
@@ -72,11 +57,37 @@ struct TNumbers {
   const double* Data() const { return Values.empty() ? nullptr : Values.data(); }
 };
 
+// The numbers lose digits on the way, and those that are none can not be read again.
+void SaveAndLoad(const TObjects& Objects, int Digits) {
+  const TFuzzFolder folder;
+  const std::string name = TFuzzFolder::File("poses.txt");
+  if (!Check(zorbase_poses_save(Objects.Poses, name.c_str(), Digits))) return;
+  std::size_t count = 0;
+  std::size_t countAgain = 0;
+  TObjects others;
+  if (!Check(zorbase_poses_load(others.Poses, name.c_str()))) return;
+  Check(zorbase_poses_get_all(Objects.Poses, nullptr, 0, &count));
+  Check(zorbase_poses_get_all(others.Poses, nullptr, 0, &countAgain));
+  Require(count == countAgain, "a saved list is loaded whole");
+}
+
+void Load(const TObjects& Objects, std::string_view Text) {
+  const TFuzzFolder folder;
+  const std::string name = TFuzzFolder::Write("poses.txt", Text);
+  Check(zorbase_poses_load(Objects.Poses, name.c_str()));
+  std::size_t before = 0;
+  std::size_t after = 0;
+  Check(zorbase_poses_get_all(Objects.Poses, nullptr, 0, &before));
+  const bool isLoaded = Check(zorbase_poses_load_euler(Objects.Poses, name.c_str()));
+  Check(zorbase_poses_get_all(Objects.Poses, nullptr, 0, &after));
+  Require(isLoaded || before == after, "a file of poses with angles that is not loaded leaves the list");
+}
+
 void PosesCall(TFuzzInput& Input, TObjects& Objects) {
   std::array<zorbase_pose, kMostItems> places{};
   std::array<char, 64> text{};
   std::size_t count = 0;
-  switch (Input.Choice(8)) {
+  switch (Input.Choice(10)) {
     case 0: Check(zorbase_poses_clear(Objects.Poses)); break;
     case 1: Check(zorbase_poses_get(Objects.Poses, Input.Int(), places.data())); break;
     case 2: Check(zorbase_poses_get_all(Objects.Poses, places.data(), places.size(), &count)); break;
@@ -91,6 +102,8 @@ void PosesCall(TFuzzInput& Input, TObjects& Objects) {
       Check(zorbase_number_to_text(value, std::min(Input.Int(), 1000), nullptr, 0, &count));
       break;
     }
+    case 8: SaveAndLoad(Objects, Input.Int()); break;
+    case 9: Load(Objects, Input.Line()); break;
     default: {
       const std::vector<zorbase_pose> poses = NextPoses(Input);
       Check(zorbase_poses_append(Objects.Poses, poses.data(), poses.size()));
@@ -109,10 +122,32 @@ void MakeCurve(TFuzzInput& Input, TObjects& Objects) {
   const int method = Input.Int();
   const std::vector<zorbase_pose> poses = NextPoses(Input);
   if (!AreSmall(poses)) return;
-  if (method >= -1) return Check(zorbase_curve_fit_array(Objects.Curve, poses.data(), poses.size(), method));
+  if (method >= -1) {
+    Check(zorbase_curve_fit_array(Objects.Curve, poses.data(), poses.size(), method));
+    return;
+  }
   const TNumbers knots(Input);
   Check(zorbase_curve_set_control_points(Objects.Curve, knots.Data(), knots.Count, poses.data(), poses.size()));
   Check(zorbase_curve_measure(Objects.Curve));
+}
+
+// A fit through the list is that through the array.
+void FitThroughList(TFuzzInput& Input, TObjects& Objects) {
+  const int method = Input.Int();
+  std::size_t count = 0;
+  Check(zorbase_poses_get_all(Objects.Poses, nullptr, 0, &count));
+  std::vector<zorbase_pose> poses(count);
+  Check(zorbase_poses_get_all(Objects.Poses, poses.data(), poses.size(), &count));
+  if (count > kMostItems || !AreSmall(poses)) return;
+  TObjects others;
+  const bool isFitted = Check(zorbase_curve_fit_array(others.Curve, poses.data(), poses.size(), method));
+  Require(Check(zorbase_curve_fit(Objects.Curve, Objects.Poses, method)) == isFitted,
+          "a list is fitted where its array is");
+  if (!isFitted) return;
+  std::array<std::array<zorbase_pose, kMostItems + 2>, 2> points{};
+  Check(zorbase_curve_control_points(Objects.Curve, points[0].data(), points[0].size(), nullptr));
+  Check(zorbase_curve_control_points(others.Curve, points[1].data(), points[1].size(), nullptr));
+  Require(SameStructs<zorbase_pose>(points[0], points[1]), "a list is fitted as its array is");
 }
 
 void CurveCall(TFuzzInput& Input, TObjects& Objects) {
@@ -120,7 +155,7 @@ void CurveCall(TFuzzInput& Input, TObjects& Objects) {
   std::array<double, kMostItems> numbers{};
   std::size_t count = 0;
   zorbase_curve* const curve = Objects.Curve;
-  switch (Input.Choice(12)) {
+  switch (Input.Choice(13)) {
     case 0: Check(zorbase_curve_evaluate(curve, Input.Number(), poses.data())); break;
     case 1: Check(zorbase_curve_derivatives(curve, Input.Number(), poses.data())); break;
     case 2: Check(zorbase_curve_curvature(curve, Input.Number(), numbers.data())); break;
@@ -144,13 +179,39 @@ void CurveCall(TFuzzInput& Input, TObjects& Objects) {
       Check(zorbase_curve_closest(curve, &pose, &closest));
       break;
     }
+    case 12: FitThroughList(Input, Objects); break;
     default: MakeCurve(Input, Objects);
   }
 }
 
+void FitLine(TFuzzInput& Input) {
+  std::vector<zorbase_point2> points(static_cast<std::size_t>(Input.Count(kMostItems)));
+  for (zorbase_point2& point : points) {
+    point.x = Input.Number();
+    point.y = Input.Number();
+  }
+  zorbase_line line{};
+  line.size = static_cast<std::size_t>(Input.Count(1)) * sizeof line;
+  Check(zorbase_fit_line(points.data(), points.size(), &line));
+}
+
+void ReadHeights(TFuzzInput& Input, TObjects& Objects) {
+  std::array<zorbase_point2, 3> places{};
+  for (zorbase_point2& place : places) {
+    place.x = Input.Number();
+    place.y = Input.Number();
+  }
+  CheckManyAgainstOne<double, 3>(
+      "heights are read together as one by one",
+      [&](double* Heights) { return zorbase_surface_heights(Objects.Surface, places.data(), places.size(), Heights); },
+      [&](std::size_t i, double* Height) {
+        return zorbase_surface_height(Objects.Surface, places[i].x, places[i].y, Height);
+      });
+}
+
 void SolveCall(TFuzzInput& Input, TObjects& Objects) {
   std::array<double, kMostItems> results{};
-  switch (Input.Choice(3)) {
+  switch (Input.Choice(5)) {
     case 0: {
       const TNumbers a(Input);
       const TNumbers b(Input);
@@ -169,6 +230,8 @@ void SolveCall(TFuzzInput& Input, TObjects& Objects) {
       Check(zorbase_surface_add(Objects.Surface, samples.data(), samples.size()));
       break;
     }
+    case 3: FitLine(Input); break;
+    case 4: ReadHeights(Input, Objects); break;
     default: {
       const TPoint2D place = Input.Point2D();
       Check(zorbase_surface_solve(Objects.Surface));
@@ -189,10 +252,42 @@ void MakeFilter(TFuzzInput& Input, TObjects& Objects) {
   Check(zorbase_filter_create(&settings, &Objects.Filter));
 }
 
+// Starts anew twice, so that both ways of filtering begin alike.
+void StepAndBatch(TFuzzInput& Input, zorbase_filter* Filter) {
+  const double before = Input.Number();
+  const TNumbers samples(Input);
+  std::array<double, kMostItems> together{};
+  std::array<double, kMostItems> single{};
+  if (!Check(zorbase_filter_clear(Filter, before))) return;
+  if (!Check(zorbase_filter_batch(Filter, samples.Data(), samples.Values.size(), together.data()))) return;
+  Check(zorbase_filter_clear(Filter, before));
+  for (std::size_t i = 0; i < samples.Values.size(); ++i)
+    Require(Check(zorbase_filter_step(Filter, samples.Values[i], &single[i])),
+            "what is filtered in a row is filtered one by one");
+  Require(SameNumbers(together, single), "samples are filtered in a row as one by one");
+}
+
+void AskForWeights(const zorbase_filter* Filter) {
+  std::size_t count = 0;
+  if (!Check(zorbase_filter_weights(Filter, nullptr, 0, &count))) return;
+  std::vector<double> weights(count);
+  Require(Check(zorbase_filter_weights(Filter, weights.data(), weights.size(), &count)) && count == weights.size(),
+          "the weights fit into as many places as are asked for");
+}
+
+void AskForBins(const zorbase_spectrum* Spectrum) {
+  std::array<double, kMostItems> bins{};
+  std::array<std::size_t, 3> counts{};
+  Check(zorbase_spectrum_amplitudes(Spectrum, bins.data(), bins.size(), counts.data()));
+  Check(zorbase_spectrum_frequencies(Spectrum, bins.data(), bins.size(), &counts[1]));
+  Check(zorbase_spectrum_phases(Spectrum, bins.data(), bins.size(), &counts[2]));
+  Require(counts[0] == counts[1] && counts[0] == counts[2], "each bin has an amplitude, a frequency and a phase");
+}
+
 void SignalCall(TFuzzInput& Input, TObjects& Objects) {
   std::array<double, kMostItems> results{};
   std::size_t count = 0;
-  switch (Input.Choice(7)) {
+  switch (Input.Choice(10)) {
     case 0: MakeFilter(Input, Objects); break;
     case 1: {
       const TNumbers samples(Input);
@@ -209,7 +304,12 @@ void SignalCall(TFuzzInput& Input, TObjects& Objects) {
       Check(zorbase_filter_response(Objects.Filter, Input.Number(), results.data()));
       Check(zorbase_filter_frequency_of(Objects.Filter, Input.Number(), results.data()));
       break;
-    case 5: Check(zorbase_spectrum_phases(Objects.Spectrum, results.data(), results.size(), &count)); break;
+    case 5: AskForBins(Objects.Spectrum); break;
+    case 7: StepAndBatch(Input, Objects.Filter); break;
+    case 8: AskForWeights(Objects.Filter); break;
+    case 9:
+      if (Objects.Filter) Check(zorbase_filter_step(Objects.Filter, Input.Number(), results.data()));
+      break;
     default: {
       const TNumbers samples(Input);
       Check(zorbase_spectrum_transform(Objects.Spectrum, samples.Data(), samples.Count, Input.Number()));
@@ -217,25 +317,13 @@ void SignalCall(TFuzzInput& Input, TObjects& Objects) {
   }
 }
 
-void TransformCall(TFuzzInput& Input) {
-  zorbase_matrix matrix{};
-  zorbase_matrix other{};
-  for (auto& row : matrix.m) {
-    for (double& entry : row) entry = Input.Number();
-  }
-  std::array<zorbase_pose, 2> poses = {NextPose(Input), NextPose(Input)};
-  const double t = Input.Number();
-  zorbase_euler_pose angles{};
-  zorbase_quaternion quaternion{};
-  Check(zorbase_matrix_invert(&matrix, &other));
-  Check(zorbase_matrix_multiply(&matrix, &other, &matrix));
-  Check(zorbase_matrix_to_angles_xyz(&matrix, &angles));
-  Check(zorbase_euler_to_poses(&angles, 1, poses.data()));
-  Check(zorbase_quaternion_from_matrix(&matrix, &quaternion));
-  Check(zorbase_matrix_slerp_many(&t, 1, &matrix, &other, &other));
-  Check(zorbase_matrix_squad(t, &matrix, &other, &matrix, &other, &other));
-  Check(zorbase_matrix_transform_poses(&matrix, poses.data(), poses.size(), poses.data()));
-  Check(zorbase_pose_move(&t, 1, poses.data(), poses.data() + 1, poses.data()));
+void FrameCall(TFuzzInput& Input) {
+  Require(zorbase_interface_version() > 0 && std::strlen(zorbase_version()) > 0, "there is always a version");
+  const int enabled = Input.Int();
+  Require(!Check(zorbase_set_log_enabled(enabled)), "there is no logger before the start");
+  Require(Check(zorbase_start()) && Check(zorbase_start()), "starts nest");
+  Require(Check(zorbase_stop()) && Check(zorbase_set_log_enabled(enabled)), "the first of two stops leaves the logger");
+  Require(Check(zorbase_stop()), "and the second one goes well, too");
 }
 
 }  // namespace
@@ -248,7 +336,7 @@ ZORBASE_FUZZ_TARGET(CInterface) {
       case 1: CurveCall(Input, objects); break;
       case 2: SolveCall(Input, objects); break;
       case 3: SignalCall(Input, objects); break;
-      default: TransformCall(Input);
+      default: FrameCall(Input);
     }
   }
 }
