@@ -5,6 +5,8 @@
 //   AsInt                                         any number as an int
 //   Attempt                                       a call that may raise the general error, and nothing else
 //   Require                                       a law: where it does not hold, the program ends
+//   SameBits, SameNumbers, SameStructs            whether results are the same
+//   CheckManyAgainstOne                           the law of a form for many
 //   TFuzzFolder                                   a folder for the files of one input
 // A target is built twice: as a program of libFuzzer (preset fuzz), and into fuzz_corpus, which runs the inputs of tests/fuzz/corpus
 // once and is one of the ordinary tests.
@@ -20,6 +22,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace ZORBase::Test {
@@ -101,5 +104,32 @@ bool SameBits(std::span<const double> A, std::span<const double> B);
 
 /// \return whether the numbers are the same bits, where which of its many forms a NaN has is nobody's result.
 bool SameNumbers(std::span<const double> A, std::span<const double> B);
+
+/// \return SameNumbers of structs that hold nothing but numbers.
+template <class T>
+bool SameStructs(std::span<const T> A, std::span<const T> B) {
+  static_assert(std::is_trivially_copyable_v<T> && sizeof(T) % sizeof(double) == 0);
+  const auto numbers = [](std::span<const T> Structs) {
+    return std::span(reinterpret_cast<const double*>(Structs.data()), Structs.size_bytes() / sizeof(double));
+  };
+  return SameNumbers(numbers(A), numbers(B));
+}
+template <class T>
+bool SameStruct(const T& A, const T& B) {
+  return SameStructs<T>({&A, 1}, {&B, 1});
+}
+
+/// The law of a form for many: it goes well where the form for one does so for each, and gives the same.
+/// \param Many  gives the results of all: Many(Results); \return whether that went well.
+/// \param One   gives the result of an item: One(Item, Result); the same.
+template <class TResult, class TMany, class TOne>
+void CheckManyAgainstOne(std::string_view Law, std::size_t Count, TMany&& Many, TOne&& One) {
+  std::vector<TResult> together(Count);
+  std::vector<TResult> alone(Count);
+  bool isEachGood = true;
+  for (std::size_t i = 0; i < Count; ++i) isEachGood = One(i, alone[i]) && isEachGood;
+  Require(Many(std::span<TResult>(together)) == isEachGood, Law);
+  if (isEachGood) Require(SameStructs<TResult>(together, alone), Law);
+}
 
 }  // namespace ZORBase::Test

@@ -201,7 +201,7 @@ void ReadHeights(TFuzzInput& Input, TObjects& Objects) {
     place.x = Input.Number();
     place.y = Input.Number();
   }
-  CheckManyAgainstOne<double, 3>(
+  CheckCallForMany<double, 3>(
       "heights are read together as one by one",
       [&](double* Heights) { return zorbase_surface_heights(Objects.Surface, places.data(), places.size(), Heights); },
       [&](std::size_t i, double* Height) {

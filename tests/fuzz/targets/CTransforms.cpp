@@ -56,19 +56,17 @@ void MakeMatrices(const TArguments& Given) {
     Require(angle >= 0.0 && angle <= 3.1415926535897936, "an angle is one of 0 to pi");
   Check(zorbase_matrix_multiply(&matrix, &identity, &made));
   // What is almost the identity is taken for it.
-  Require(
-      SameStructs<zorbase_matrix>({&made, 1}, {&matrix, 1}) || SameStructs<zorbase_matrix>({&made, 1}, {&identity, 1}),
-      "a product with the identity is the other factor");
+  Require(SameStruct(made, matrix) || SameStruct(made, identity), "a product with the identity is the other factor");
   made = matrix;
   zorbase_matrix inverse{};
   const bool isInvertible = Check(zorbase_matrix_invert(&matrix, &inverse));
   Require(Check(zorbase_matrix_invert(&made, &made)) == isInvertible, "a matrix is inverted in its own place");
-  if (isInvertible) Require(SameStructs<zorbase_matrix>({&made, 1}, {&inverse, 1}), "and gives the same there");
+  if (isInvertible) Require(SameStruct(made, inverse), "and gives the same there");
 }
 
 void TransformItems(const TArguments& Given) {
   for (const zorbase_matrix& matrix : Given.Matrices) {
-    CheckManyAgainstOne<zorbase_point, 4>(
+    CheckCallForMany<zorbase_point, 4>(
         "points are transformed together as one by one",
         [&](zorbase_point* Results) {
           return zorbase_matrix_transform_points(&matrix, Given.Points.data(), 4, Results);
@@ -76,7 +74,7 @@ void TransformItems(const TArguments& Given) {
         [&](std::size_t i, zorbase_point* Result) {
           return zorbase_matrix_transform_points(&matrix, &Given.Points[i], 1, Result);
         });
-    CheckManyAgainstOne<zorbase_point, 4>(
+    CheckCallForMany<zorbase_point, 4>(
         "directions are transformed together as one by one",
         [&](zorbase_point* Results) {
           return zorbase_matrix_transform_directions(&matrix, Given.Points.data(), 4, Results);
@@ -84,7 +82,7 @@ void TransformItems(const TArguments& Given) {
         [&](std::size_t i, zorbase_point* Result) {
           return zorbase_matrix_transform_directions(&matrix, &Given.Points[i], 1, Result);
         });
-    CheckManyAgainstOne<zorbase_pose, 2>(
+    CheckCallForMany<zorbase_pose, 2>(
         "poses are transformed together as one by one, and in their own places",
         [&](zorbase_pose* Results) {
           std::copy(Given.Poses.begin(), Given.Poses.end(), Results);
@@ -104,11 +102,11 @@ void BlendMatrices(const TArguments& Given) {
     Check(zorbase_matrix_nlerp(t, &m1, &m2, &made));
     Check(zorbase_matrix_squad(t, &m2, &m1, &m2, &m1, &made));
   }
-  CheckManyAgainstOne<zorbase_matrix, 3>(
+  CheckCallForMany<zorbase_matrix, 3>(
       "matrices are blended at many parameters as at one",
       [&](zorbase_matrix* Results) { return zorbase_matrix_slerp_many(Given.T.data(), 3, &m1, &m2, Results); },
       [&](std::size_t i, zorbase_matrix* Result) { return zorbase_matrix_slerp(Given.T[i], &m1, &m2, Result); });
-  CheckManyAgainstOne<zorbase_pose, 3>(
+  CheckCallForMany<zorbase_pose, 3>(
       "a move gives at many parameters what it gives at one",
       [&](zorbase_pose* Results) {
         return zorbase_pose_move(Given.T.data(), 3, Given.Poses.data(), &Given.Poses[1], Results);
@@ -132,7 +130,7 @@ void UseQuaternions(const TArguments& Given) {
     Check(zorbase_quaternion_nlerp(t, q.data(), &q[1], &made));
     Check(zorbase_quaternion_squad(t, q.data(), &q[1], &q[2], &q[3], &made));
   }
-  CheckManyAgainstOne<zorbase_quaternion, 3>(
+  CheckCallForMany<zorbase_quaternion, 3>(
       "quaternions are blended at many parameters as at one",
       [&](zorbase_quaternion* Results) {
         return zorbase_quaternion_slerp_many(Given.T.data(), 3, q.data(), &q[1], Results);
