@@ -139,6 +139,22 @@ void AddTurns(TCorpus& Corpus) {
   });
 }
 
+// Blends two orientations and two placements at many parameters each.
+template <class TBlendTurns, class TBlendPlaces>
+void BlendMany(TResults& Result, std::uint64_t Seed, TBlendTurns BlendTurns, TBlendPlaces BlendPlaces) {
+  TPortableRandom random(Seed);
+  std::vector<double> t(101);
+  for (double& parameter : t) parameter = random.Within(-0.1, 1.1);
+  std::vector<TQuaternion> turns(t.size());
+  std::vector<TMatrix4D> places(t.size());
+  const TQuaternion p = random.Orientation(), q = random.Orientation();
+  const TMatrix4D m = random.Placement(kTurnSize), n = random.Placement(kTurnSize);
+  BlendTurns(t, p, q, turns);
+  BlendPlaces(t, m, n, places);
+  for (const TQuaternion& turn : turns) Result(turn);
+  for (const TMatrix4D& place : places) Result(place);
+}
+
 }  // namespace
 
 void AddTransforms(TCorpus& Corpus) {
@@ -165,19 +181,8 @@ void AddOrientations(TCorpus& Corpus) {
       Result(NLerpQuaternion(t, p, q), NLerp4DMatrix(t, m, n));
     }
   });
-  Corpus.Exact("NLerp of quaternions and matrices, many at a time", [](TResults& Result) {
-    TPortableRandom random(405);
-    std::vector<double> t(101);
-    for (double& parameter : t) parameter = random.Within(-0.1, 1.1);
-    std::vector<TQuaternion> turns(t.size());
-    std::vector<TMatrix4D> places(t.size());
-    const TQuaternion p = random.Orientation(), q = random.Orientation();
-    const TMatrix4D m = random.Placement(kTurnSize), n = random.Placement(kTurnSize);
-    NLerpQuaternions(t, p, q, turns);
-    NLerp4DMatrices(t, m, n, places);
-    for (const TQuaternion& turn : turns) Result(turn);
-    for (const TMatrix4D& place : places) Result(place);
-  });
+  Corpus.Exact("NLerp of quaternions and matrices, many at a time",
+               [](TResults& Result) { BlendMany(Result, 405, NLerpQuaternions, NLerp4DMatrices); });
   Corpus.Inherited("TQuaternion: Log, Exp; QuaternionAngle, MatrixAngle", [](TResults& Result) {
     TPortableRandom random(403);
     for (int i = 0; i < kTurnCases; ++i) {
@@ -198,19 +203,8 @@ void AddOrientations(TCorpus& Corpus) {
       Result(Squad4DMatrix(t, q0.ToMatrix4D(), m1, m2, q3.ToMatrix4D()));
     }
   });
-  Corpus.Inherited("SLerp of quaternions and matrices, many at a time", [](TResults& Result) {
-    TPortableRandom random(406);
-    std::vector<double> t(101);
-    for (double& parameter : t) parameter = random.Within(-0.1, 1.1);
-    std::vector<TQuaternion> turns(t.size());
-    std::vector<TMatrix4D> places(t.size());
-    const TQuaternion p = random.Orientation(), q = random.Orientation();
-    const TMatrix4D m = random.Placement(kTurnSize), n = random.Placement(kTurnSize);
-    SLerpQuaternions(t, p, q, turns);
-    SLerp4DMatrices(t, m, n, places);
-    for (const TQuaternion& turn : turns) Result(turn);
-    for (const TMatrix4D& place : places) Result(place);
-  });
+  Corpus.Inherited("SLerp of quaternions and matrices, many at a time",
+                   [](TResults& Result) { BlendMany(Result, 406, SLerpQuaternions, SLerp4DMatrices); });
 }
 
 }  // namespace ZORBase::Test
