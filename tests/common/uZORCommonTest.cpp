@@ -15,6 +15,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -109,7 +110,7 @@ TEST(ZORLogOutside, ThereIsNoLoggerBeforeTheStartUpAndAfterTheShutDown) {
 }
 
 TEST(ZORLogOutside, TheSwitchNeedsAStartedLibrary) {
-  EXPECT_THAT([] { SetZORLogEnable(true); },
+  EXPECT_THAT(Calling([] { SetZORLogEnable(true); }),
               RaisesGeneralError("SetZORLogEnable: the library is not started; call Initialize first"));
 }
 

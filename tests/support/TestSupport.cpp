@@ -15,7 +15,44 @@ struct TDecimalComma : std::numpunct<char> {
   std::string do_grouping() const override { return "\3"; }
 };
 
+class TRaisesGeneralError : public testing::MatcherInterface<const TAction&> {
+ public:
+  explicit TRaisesGeneralError(const testing::Matcher<std::string>& Text) : FText(Text) {}
+
+  bool MatchAndExplain(const TAction& Action, testing::MatchResultListener* Listener) const override {
+    const std::optional<std::string> text = GeneralErrorOf(Action);
+    if (!text) {
+      *Listener << "which raises nothing";
+      return false;
+    }
+    *Listener << "which raises \"" << *text << "\"";
+    return FText.MatchAndExplain(*text, Listener);
+  }
+  void DescribeTo(std::ostream* Stream) const override {
+    *Stream << "raises the general error with a text that ";
+    FText.DescribeTo(Stream);
+  }
+
+ private:
+  testing::Matcher<std::string> FText;
+};
+
 }  // namespace
+
+void PrintTo(const TAction&, std::ostream* Stream) { *Stream << "an action"; }
+
+std::optional<std::string> GeneralErrorOf(const TAction& Action) {
+  try {
+    Action();
+  } catch (const TGeneralError& error) {
+    return error.what();
+  }
+  return std::nullopt;
+}
+
+testing::Matcher<const TAction&> RaisesGeneralError(const testing::Matcher<std::string>& Text) {
+  return testing::MakeMatcher(new TRaisesGeneralError(Text));
+}
 
 TPoint6DList PosesFrom(std::initializer_list<std::string_view> Lines) {
   TPoint6DList poses;

@@ -1,5 +1,5 @@
 // TestSupport: the words that tests are written in.
-//   RaisesGeneralError       EXPECT_THAT([&] { ... }, RaisesGeneralError("text")) and with matchers of the text
+//   RaisesGeneralError       EXPECT_THAT(Calling([&] { ... }), RaisesGeneralError("text")), and with matchers of the text
 //   IsNearPose, IsExactPose  poses component by component, within a tolerance or to the bit
 //   PosesFrom                a list from lines of text
 //   RowsOf                   the numbers of a text of rows
@@ -19,6 +19,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <concepts>
 #include <cstdint>
 #include <filesystem>
 #include <initializer_list>
@@ -32,27 +33,31 @@
 
 namespace ZORBase::Test {
 
-/// \return what the general error says that Action raises; nothing when it raises none.
-template <class TAction>
-std::optional<std::string> GeneralErrorOf(TAction&& Action) {
-  try {
-    Action();
-  } catch (const TGeneralError& Error) {
-    return Error.what();
-  }
-  return std::nullopt;
-}
+/// An action without arguments, one type for all: what handles actions is compiled once, and not again for each lambda. It refers to
+/// the lambda, which has to live as long.
+class TAction {
+ public:
+  template <class TLambda>
+  requires std::invocable<const TLambda&> TAction(
+      const TLambda& Lambda)  // NOLINT(google-explicit-constructor): a lambda is an action
+      : FLambda(&Lambda), FCall([](const void* Object) { (*static_cast<const TLambda*>(Object))(); }) {}
 
-/// Matches an action without arguments that raises the general error with a text, or with one that matches.
-MATCHER_P(RaisesGeneralError, Text, "") {
-  const std::optional<std::string> text = GeneralErrorOf(arg);
-  if (!text) {
-    *result_listener << "which raises nothing";
-    return false;
-  }
-  *result_listener << "which raises \"" << *text << "\"";
-  return testing::ExplainMatchResult(testing::Matcher<std::string>(Text), *text, result_listener);
-}
+  void operator()() const { FCall(FLambda); }
+
+ private:
+  const void* FLambda;
+  void (*FCall)(const void*);
+};
+void PrintTo(const TAction& Action, std::ostream* Stream);
+
+/// \return what the general error says that Action raises; nothing when it raises none.
+std::optional<std::string> GeneralErrorOf(const TAction& Action);
+
+/// \return the action, in the words of an expectation.
+inline TAction Calling(const TAction& Action) { return Action; }
+
+/// Matches an action that raises the general error with a text, or with one that matches.
+testing::Matcher<const TAction&> RaisesGeneralError(const testing::Matcher<std::string>& Text);
 
 /// Matches a pose whose components are all within Tolerance of those of Expected; names the worst one.
 MATCHER_P2(IsNearPose, Expected, Tolerance, "") {

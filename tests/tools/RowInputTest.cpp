@@ -7,6 +7,7 @@
 namespace ZORBase::Tool {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using Test::TScratchFolder;
 using Test::WriteFile;
@@ -25,9 +26,9 @@ TEST(ReadRows, NamesTheFormWhereALineDiffers) {
   const std::string file = folder.File("xy.txt");
   WriteFile(file, "1,2\n1,2,3\n");
   EXPECT_THAT(
-      [&] {
+      Calling([&] {
         ReadRows(file, {2, "X,Y", "point"}, [](std::span<const double>) {});
-      },
+      }),
       RaisesGeneralError(file + ", line 2: found 3 items in \"1,2,3\", expected 2 numbers X,Y. Numbers have a decimal "
                                 "point, not a decimal comma, and one row stands on each line."));
 }
@@ -43,7 +44,8 @@ TEST(ReadRows, RefusesMoreRowsThanTheFormAllows) {
   };
   read(4);
   EXPECT_EQ(count, 4);
-  EXPECT_THAT([&] { read(3); }, RaisesGeneralError(file + ", line 4: found more than 3 points. Divide the file."));
+  EXPECT_THAT(Calling([&] { read(3); }),
+              RaisesGeneralError(file + ", line 4: found more than 3 points. Divide the file."));
   EXPECT_EQ(count, 3);
 }
 
@@ -51,11 +53,10 @@ TEST(ReadRows, OneNumberIsNotWrittenInThePlural) {
   const TScratchFolder folder;
   const std::string file = folder.File("v.txt");
   WriteFile(file, "1,2\n");
-  EXPECT_THAT(
-      [&] {
-        ReadRows(file, {1, "(one sample)", "sample"}, [](std::span<const double>) {});
-      },
-      RaisesGeneralError(testing::HasSubstr("expected 1 number (one sample). ")));
+  EXPECT_THAT(Calling([&] {
+                ReadRows(file, {1, "(one sample)", "sample"}, [](std::span<const double>) {});
+              }),
+              RaisesGeneralError(testing::HasSubstr("expected 1 number (one sample). ")));
 }
 
 // ------------------------------------------------------------------------------------------------ rows of any count
@@ -77,11 +78,11 @@ TEST(ReadRowFile, ALineWithAnotherCountIsNamed) {
   const TScratchFolder folder;
   const std::string name = folder.File("p.txt");
   WriteFile(name, "1,2,3\n4,5,6\n7,8\n");
-  EXPECT_THAT([&] { ReadRowFile(name, kAnyRow); },
+  EXPECT_THAT(Calling([&] { ReadRowFile(name, kAnyRow); }),
               RaisesGeneralError(name + ", line 3: found 2 items in \"7,8\", expected 3 numbers as on line 1. Complete "
                                         "the line or remove it."));
   WriteFile(name, "1,2,3\n4,5,6,7\n");
-  EXPECT_THAT([&] { ReadRowFile(name, kAnyRow); },
+  EXPECT_THAT(Calling([&] { ReadRowFile(name, kAnyRow); }),
               RaisesGeneralError(testing::StartsWith(name + ", line 2: found 4 items in \"4,5,6,7\", expected 3 ")));
 }
 
@@ -93,7 +94,7 @@ TEST(ReadRowFile, UpTo44NumbersStandOnALine) {
   WriteFile(name, line);
   EXPECT_EQ(ReadRowFile(name, kAnyRow).Columns, 44U);
   WriteFile(name, line + ",1");
-  EXPECT_THAT([&] { ReadRowFile(name, kAnyRow); },
+  EXPECT_THAT(Calling([&] { ReadRowFile(name, kAnyRow); }),
               RaisesGeneralError(testing::AllOf(testing::StartsWith(name + ", line 1: found 45 items in "),
                                                 testing::HasSubstr(", expected 1 to 44 numbers. "))));
 }
@@ -105,9 +106,9 @@ TEST(ReadRowFile, AFirstLineThatIsNoRowSaysWhatOneIs) {
   const auto refuses = [&](const std::string& Text, const std::string& Found) {
     WriteFile(name, Text);
     EXPECT_THAT(
-        [&] {
+        Calling([&] {
           ReadRowFile(name, {0, "", "point", kMaxPoses, 2, 3});
-        },
+        }),
         RaisesGeneralError(testing::StartsWith(name + ", line 1: found " + Found + ", expected 2 to 3 numbers. ")));
   };
   refuses("x,y\n1,2\n", "\"x\" as number 1");
@@ -121,7 +122,7 @@ TEST(ReadRowFile, AnEmptyFileIsRefused) {
   const TScratchFolder folder;
   const std::string name = folder.File("p.txt");
   WriteFile(name, "");
-  EXPECT_THAT([&] { ReadRowFile(name, kAnyRow); },
+  EXPECT_THAT(Calling([&] { ReadRowFile(name, kAnyRow); }),
               RaisesGeneralError(name + ": found no points, expected one per line: 1 to 44 numbers. Name another "
                                         "file."));
 }

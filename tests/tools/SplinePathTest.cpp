@@ -8,6 +8,7 @@
 namespace ZORBase::Tool {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 
 TPointXD PointOf(std::initializer_list<double> Coordinates) {
@@ -82,11 +83,10 @@ TEST(TSplinePath, KeepsTheSegmentsThatAreDelivered) {
 }
 
 TEST(TSplinePath, FewerThanThreePointsRaise) {
-  EXPECT_THAT(
-      [] {
-        TSplinePath path({PointOf({1}), PointOf({2})});
-      },
-      RaisesGeneralError(testing::HasSubstr("3 points")));
+  EXPECT_THAT(Calling([] {
+                TSplinePath path({PointOf({1}), PointOf({2})});
+              }),
+              RaisesGeneralError(testing::HasSubstr("3 points")));
 }
 
 TEST(TSplineWalk, GivesThePointAtALengthInAnyOrder) {

@@ -7,6 +7,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::DesignedFilter;
 using Test::FilterOf;
 using Test::IsSameBits;
@@ -99,10 +100,10 @@ TYPED_TEST(TFilt, TheSumIsInTheFixedOrderToTheBit) {
 TYPED_TEST(TFilt, BeforeInitializeThereIsNothingToFilterWith) {
   TypeParam filter = FilterOf<TypeParam>(1000, 100);
   std::vector<double> samples(9);
-  EXPECT_THAT([&] { filter.Filt(1); }, RaisesGeneralError(HasSubstr("call Initialize first")));
-  EXPECT_THAT([&] { filter.Filt(samples, samples); }, RaisesGeneralError(HasSubstr("call Initialize first")));
+  EXPECT_THAT(Calling([&] { filter.Filt(1); }), RaisesGeneralError(HasSubstr("call Initialize first")));
+  EXPECT_THAT(Calling([&] { filter.Filt(samples, samples); }), RaisesGeneralError(HasSubstr("call Initialize first")));
   ASSERT_EQ(filter.SampleCount(), 5);
-  EXPECT_THAT([&] { filter.Filt(1); }, RaisesGeneralError(HasSubstr("call Initialize first")));
+  EXPECT_THAT(Calling([&] { filter.Filt(1); }), RaisesGeneralError(HasSubstr("call Initialize first")));
 }
 
 TYPED_TEST(TFilt, ASampleThatIsNotANumberIsForgottenAfterNMore) {
@@ -273,9 +274,11 @@ TYPED_TEST(TFilt, ResultsThatAreTooShortOrOverlapAreRefusedAndNothingChanges) {
     const std::vector<double> lineBefore = line;
     const std::span<double> all(line);
     const std::span<double> samples = all.subspan(count, count);
-    EXPECT_THAT([&] { filter.Filt(samples, all.first(count - 1)); }, RaisesGeneralError(HasSubstr("results")));
-    EXPECT_THAT([&] { filter.Filt(samples, all.subspan(count + 1, count)); }, RaisesGeneralError(HasSubstr("overlap")));
-    EXPECT_THAT([&] { filter.Filt(samples, all.subspan(count - 1, count)); }, RaisesGeneralError(HasSubstr("overlap")));
+    EXPECT_THAT(Calling([&] { filter.Filt(samples, all.first(count - 1)); }), RaisesGeneralError(HasSubstr("results")));
+    EXPECT_THAT(Calling([&] { filter.Filt(samples, all.subspan(count + 1, count)); }),
+                RaisesGeneralError(HasSubstr("overlap")));
+    EXPECT_THAT(Calling([&] { filter.Filt(samples, all.subspan(count - 1, count)); }),
+                RaisesGeneralError(HasSubstr("overlap")));
     EXPECT_EQ(line, lineBefore);
     EXPECT_EQ(TFilterState(filter), before);
     filter.Filt(samples, all.first(count));  // side by side is no overlap
@@ -300,7 +303,8 @@ TEST(TBaseLowPassFilter, ADerivedFilterGetsTheSpanFormFromItsSingleOne) {
   std::vector<double> results(5);
   filter.Filt(samples, results);
   EXPECT_THAT(results, testing::ElementsAre(2, 4, 6, 8, 10));
-  EXPECT_THAT([&] { TDoubler().Filt(samples, results); }, RaisesGeneralError(HasSubstr("call Initialize first")));
+  EXPECT_THAT(Calling([&] { TDoubler().Filt(samples, results); }),
+              RaisesGeneralError(HasSubstr("call Initialize first")));
 }
 
 }  // namespace

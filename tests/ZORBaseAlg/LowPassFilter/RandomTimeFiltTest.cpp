@@ -6,6 +6,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::DesignedFilter;
 using Test::FilterOf;
 using Test::RaisesGeneralError;
@@ -160,10 +161,10 @@ class RandomTimeFiltRefuses : public testing::Test {
     const TFilterState before(FFilter);
     std::vector<double> results(Places, 77.0);
     double elapsed = 77;
-    EXPECT_THAT([&] { FFilter.RandomTimeFilt(5, deltaT, results); }, RaisesGeneralError(HasSubstr(Text)));
+    EXPECT_THAT(Calling([&] { FFilter.RandomTimeFilt(5, deltaT, results); }), RaisesGeneralError(HasSubstr(Text)));
     EXPECT_THAT(results, testing::Each(77.0));
     if (Places >= TBaseLowPassFilter::kMaxResampled) {
-      EXPECT_THAT([&] { FFilter.RandomTimeFilt(5, deltaT, elapsed); }, RaisesGeneralError(HasSubstr(Text)));
+      EXPECT_THAT(Calling([&] { FFilter.RandomTimeFilt(5, deltaT, elapsed); }), RaisesGeneralError(HasSubstr(Text)));
     }
     EXPECT_EQ(elapsed, 77);
     EXPECT_EQ(TFilterState(FFilter), before);

@@ -7,6 +7,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::DesignedFilter;
 using Test::FilterOf;
 using Test::RaisesGeneralError;
@@ -154,7 +155,7 @@ TYPED_TEST(TEveryFilter, CanBeMovedWhileItFilters) {
   TypeParam moved = std::move(filter);
   for (int i = 0; i < 80; ++i) ASSERT_EQ(moved.Filt(i * i), twin.Filt(i * i));
   // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is a filter that is not designed
-  EXPECT_THAT([&] { filter.Filt(1); }, RaisesGeneralError(HasSubstr("call Initialize first")));
+  EXPECT_THAT(Calling([&] { filter.Filt(1); }), RaisesGeneralError(HasSubstr("call Initialize first")));
 }
 
 // ---------------------------------------------------------------------------------------------- what cannot be designed
@@ -163,8 +164,8 @@ TYPED_TEST(TEveryFilter, AFrequencyThatIsNotFiniteIsRefusedAndChangesNothing) {
   TypeParam filter = FilterOf<TypeParam>(1000, 100);
   ASSERT_EQ(filter.SampleCount(), 5);
   for (const double frequency : {kInfinity, -kInfinity, kNaN}) {
-    EXPECT_THAT([&] { filter.SetFsample(frequency); }, RaisesGeneralError(HasSubstr("is not finite")));
-    EXPECT_THAT([&] { filter.SetFcenter(frequency); }, RaisesGeneralError(HasSubstr("is not finite")));
+    EXPECT_THAT(Calling([&] { filter.SetFsample(frequency); }), RaisesGeneralError(HasSubstr("is not finite")));
+    EXPECT_THAT(Calling([&] { filter.SetFcenter(frequency); }), RaisesGeneralError(HasSubstr("is not finite")));
   }
   EXPECT_EQ(filter.fs(), 1000);
   EXPECT_EQ(filter.Tc(), 0.001);
@@ -174,11 +175,11 @@ TYPED_TEST(TEveryFilter, AFrequencyThatIsNotFiniteIsRefusedAndChangesNothing) {
 
 TYPED_TEST(TEveryFilter, WithoutAPositiveSampleFrequencyThereIsNoDesign) {
   TypeParam filter;
-  EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("sample frequency is 0")));
+  EXPECT_THAT(Calling([&] { filter.Initialize(0); }), RaisesGeneralError(HasSubstr("sample frequency is 0")));
   filter.SetFsample(-1000);
   filter.SetFcenter(100);
   EXPECT_EQ(filter.SampleCount(), 3);
-  EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("must be positive")));
+  EXPECT_THAT(Calling([&] { filter.Initialize(0); }), RaisesGeneralError(HasSubstr("must be positive")));
   EXPECT_EQ(filter.Coeff().size(), 0u);
 }
 
@@ -187,8 +188,8 @@ TYPED_TEST(TEveryFilter, AFilterThatWouldBeTooLongIsRefusedAndTheOldOneGoesOn) {
   const TFilterState before(filter);
   for (const double fc : {1000.0 / (2 * 1'000'002), 1e-9, 1e-308, std::numeric_limits<double>::denorm_min()}) {
     filter.SetFcenter(fc);
-    EXPECT_THAT([&] { filter.SampleCount(); }, RaisesGeneralError(HasSubstr("more than 1000001 samples")));
-    EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("more than 1000001 samples")));
+    EXPECT_THAT(Calling([&] { filter.SampleCount(); }), RaisesGeneralError(HasSubstr("more than 1000001 samples")));
+    EXPECT_THAT(Calling([&] { filter.Initialize(0); }), RaisesGeneralError(HasSubstr("more than 1000001 samples")));
     EXPECT_EQ(filter.N(), -1);
     EXPECT_EQ(TFilterState(filter), before);
   }
@@ -204,7 +205,7 @@ TEST(TLowPassWindowFilter, AnOrderAboveTheLimitIsRefused) {
   for (const int order : {1'000'002, std::numeric_limits<int>::max() - 1, std::numeric_limits<int>::max()}) {
     THammingLowPassFilter filter = DesignedFilter<THammingLowPassFilter>(1000, 100);
     filter.SetFilterOrder(order);
-    EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("is above 1000001")));
+    EXPECT_THAT(Calling([&] { filter.Initialize(0); }), RaisesGeneralError(HasSubstr("is above 1000001")));
     EXPECT_EQ(filter.N(), 5);
     EXPECT_EQ(filter.Coeff().size(), 5u);
   }
@@ -212,10 +213,12 @@ TEST(TLowPassWindowFilter, AnOrderAboveTheLimitIsRefused) {
 
 TYPED_TEST(TEveryFilter, FrequenciesWhoseRatioOverflowsAreRefused) {
   TypeParam filter = FilterOf<TypeParam>(1e-300, 1e10);
-  EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("too large for the sample frequency")));
+  EXPECT_THAT(Calling([&] { filter.Initialize(0); }),
+              RaisesGeneralError(HasSubstr("too large for the sample frequency")));
   filter.SetFsample(1);
   filter.SetFcenter(-1e308);
-  EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("too large for the sample frequency")));
+  EXPECT_THAT(Calling([&] { filter.Initialize(0); }),
+              RaisesGeneralError(HasSubstr("too large for the sample frequency")));
   EXPECT_EQ(filter.Coeff().size(), 0u);
 }
 
@@ -232,7 +235,7 @@ class TOddFilter : public TAverageLowPassFilter {
 TEST(TBaseLowPassFilter, ALengthThatADerivedFilterAsksForIsCheckedToo) {
   for (const int count : {-5, 0, 1'000'002, std::numeric_limits<int>::max()}) {
     TOddFilter filter(count);
-    EXPECT_THAT([&] { filter.Initialize(0); }, RaisesGeneralError(HasSubstr("1 to 1000001 are possible")));
+    EXPECT_THAT(Calling([&] { filter.Initialize(0); }), RaisesGeneralError(HasSubstr("1 to 1000001 are possible")));
     EXPECT_EQ(filter.Coeff().size(), 0u);
   }
   TOddFilter even(4);
@@ -313,7 +316,7 @@ TYPED_TEST(TEveryFilter, FindsTheFrequencyOfEveryRowOfItsTable) {
 TYPED_TEST(TEveryFilter, HasNoAttenuationBeforeInitialize) {
   const TypeParam filter;
   EXPECT_EQ(filter.CalcAttenByF(10), 0);
-  EXPECT_THAT([&] { filter.CalcRouphFByAtten(0.5); }, RaisesGeneralError(HasSubstr("call Initialize first")));
+  EXPECT_THAT(Calling([&] { filter.CalcRouphFByAtten(0.5); }), RaisesGeneralError(HasSubstr("call Initialize first")));
 }
 
 // ---------------------------------------------------------------------------------------------- product with a signal
@@ -333,11 +336,11 @@ TYPED_TEST(TEveryFilter, MultipliesASignalWithItsCoefficients) {
 TYPED_TEST(TEveryFilter, RefusesMoreProductsThanThereAreValuesOrCoefficients) {
   const TypeParam filter = DesignedFilter<TypeParam>(1000, 100);
   const std::vector<double> signal(9, 1.0);
-  EXPECT_THAT([&] { filter.CalcSimuSignalMutiply(signal, 10); },
+  EXPECT_THAT(Calling([&] { filter.CalcSimuSignalMutiply(signal, 10); }),
               RaisesGeneralError("Error TBaseLowPassFilter.CalcSimuSignalMutiply"));
-  EXPECT_THAT([&] { filter.CalcSimuSignalMutiply({}, 1); },
+  EXPECT_THAT(Calling([&] { filter.CalcSimuSignalMutiply({}, 1); }),
               RaisesGeneralError("Error TBaseLowPassFilter.CalcSimuSignalMutiply"));
-  EXPECT_THAT([&] { filter.CalcSimuSignalMutiply(signal, 6); },
+  EXPECT_THAT(Calling([&] { filter.CalcSimuSignalMutiply(signal, 6); }),
               RaisesGeneralError(StartsWith("Error TBaseLowPassFilter.CalcSimuSignalMutiply")));
   EXPECT_EQ(filter.CalcSimuSignalMutiply({}, 0), 0);
   EXPECT_EQ(TypeParam().CalcSimuSignalMutiply(signal, 0), 0);

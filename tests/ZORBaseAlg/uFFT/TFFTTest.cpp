@@ -13,6 +13,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::HasSubstr;
 
@@ -163,7 +164,7 @@ TEST(TFFT, TheNextTransformReplacesTheResult) {
   EXPECT_EQ(fft.CalFFT(small, 4, 2.0), 2);
   EXPECT_EQ(fft.Frq().size(), 2U);
   EXPECT_EQ(fft.Spectrum()[0], (TComplex{10, 0}));
-  EXPECT_THAT([&] { fft.getAmp(2); }, RaisesGeneralError("TFFT has 2 bins, no bin 2"));
+  EXPECT_THAT(Calling([&] { fft.getAmp(2); }), RaisesGeneralError("TFFT has 2 bins, no bin 2"));
 }
 
 TEST(TFFT, FFTTransformsExactlyNSamplesWithTheTimeStepOfBefore) {
@@ -221,7 +222,7 @@ TEST(TFFT, TheTwiddleFactorZeroIsOneWithANegativeZero) {
 
 TEST(TFFT, ATwiddleFactorOfLengthZeroRaises) {
   TComplex w{3, 4};
-  EXPECT_THAT([&] { TFFT::Wn_i(0, 1, w, 1); }, RaisesGeneralError(HasSubstr("length other than 0")));
+  EXPECT_THAT(Calling([&] { TFFT::Wn_i(0, 1, w, 1); }), RaisesGeneralError(HasSubstr("length other than 0")));
   EXPECT_EQ(w, (TComplex{3, 4}));
 }
 
@@ -232,8 +233,7 @@ class TFFTBadInput : public testing::Test {
  protected:
   TFFTBadInput() { FFft.CalFFT(kFour, 4, 0.5); }
 
-  template <class TAction>
-  void ExpectRaisesAndNothingChanges(TAction&& Action, const std::string& Text) {
+  void ExpectRaisesAndNothingChanges(const ZORBase::Test::TAction& Action, const std::string& Text) {
     EXPECT_THAT(Action, RaisesGeneralError(HasSubstr(Text)));
     EXPECT_EQ(FFft.Dt(), 0.5);
     EXPECT_THAT(FFft.Spectrum(), testing::ElementsAre(TComplex{10, 0}, FBinOne));
@@ -289,7 +289,7 @@ TEST_F(TFFTBadInput, ALengthThatIsNoPowerOfTwoRaises) {
 
 TEST_F(TFFTBadInput, FFTBeforeAnyTimeStepIsKnownRaises) {
   TFFT fresh;
-  EXPECT_THAT([&] { fresh.FFT(kFour, 4); }, RaisesGeneralError(HasSubstr("the time step")));
+  EXPECT_THAT(Calling([&] { fresh.FFT(kFour, 4); }), RaisesGeneralError(HasSubstr("the time step")));
   EXPECT_EQ(fresh.Count(), 0);
 }
 
@@ -300,13 +300,13 @@ TEST_F(TFFTBadInput, ABinThatIsNotThereRaises) {
     ExpectRaisesAndNothingChanges([&] { FFft.getPhase(bin); }, text);
     ExpectRaisesAndNothingChanges([&] { FFft.getFrq(bin); }, text);
   }
-  EXPECT_THAT([] { TFFT().getAmp(0); }, RaisesGeneralError("TFFT has 0 bins, no bin 0"));
+  EXPECT_THAT(Calling([] { TFFT().getAmp(0); }), RaisesGeneralError("TFFT has 0 bins, no bin 0"));
 }
 
 TEST_F(TFFTBadInput, AnObjectThatWasMovedFromHasNoBins) {
   const TFFT taken = std::move(FFft);
   EXPECT_EQ(taken.Count(), 2);
-  EXPECT_THAT([&] { FFft.getAmp(0); }, RaisesGeneralError("TFFT has 0 bins, no bin 0"));
+  EXPECT_THAT(Calling([&] { FFft.getAmp(0); }), RaisesGeneralError("TFFT has 0 bins, no bin 0"));
 }
 
 // ---------------------------------------------------------------------------------------------- laws

@@ -10,6 +10,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 
 using TSamples = std::vector<std::pair<double, double>>;
@@ -206,9 +207,9 @@ TEST(THermiteInterpolater, ASecondEndCurveAppendsSlopesAndTheFirstOnesStayInUse)
 TEST(THermiteInterpolater, FewerThanTwoSamplesCannotBeClosed) {
   for (const bool isLoop : {false, true}) {
     THermiteInterpolater empty = Filled({}, isLoop);
-    EXPECT_THAT([&] { empty.EndCurve(); }, RaisesGeneralError("List index out of bounds (1)"));
+    EXPECT_THAT(Calling([&] { empty.EndCurve(); }), RaisesGeneralError("List index out of bounds (1)"));
     THermiteInterpolater one = Filled({{0, 5}}, isLoop);
-    EXPECT_THAT([&] { one.EndCurve(); }, RaisesGeneralError("List index out of bounds (1)"));
+    EXPECT_THAT(Calling([&] { one.EndCurve(); }), RaisesGeneralError("List index out of bounds (1)"));
     EXPECT_EQ(one.SrcDiff().Count(), 0);
     EXPECT_EQ(one.CalcY(3), 5);
     EXPECT_EQ(one.CalcY(-3), 5);
@@ -216,19 +217,19 @@ TEST(THermiteInterpolater, FewerThanTwoSamplesCannotBeClosed) {
 }
 
 TEST(THermiteInterpolater, AnEmptyTableHasNoFirstSample) {
-  EXPECT_THAT([] { THermiteInterpolater().CalcY(0); }, RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([] { THermiteInterpolater().CalcY(0); }), RaisesGeneralError("List index out of bounds (0)"));
 }
 
 TEST(THermiteInterpolater, AMissingSlopeRaises) {
   const THermiteInterpolater open = Filled({{0, 0}, {2, 4}}, false);
-  EXPECT_THAT([&] { open.CalcY(1); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { open.CalcY(1); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
   EXPECT_EQ(open.CalcY(2), 4);
   auto grown = Closed({{0, 0}, {2, 4}});
   grown.AddPoint(3, 5);
   EXPECT_EQ(grown.CalcY(1), 2);
-  EXPECT_THAT([&] { grown.CalcY(2.5); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { grown.CalcY(2.5); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
   const THermiteInterpolater single = Filled({{0, 0}}, false);
-  EXPECT_THAT([&] { single.CalcY(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { single.CalcY(std::nan("")); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 // A search only ends between samples of equal x when the table does not rise.
@@ -237,7 +238,7 @@ TEST(THermiteInterpolater, AnIntervalOfZeroWidthRaises) {
   EXPECT_EQ(curve.CalcY(2), 3);
   const auto folded = Closed({{0, 0}, {1, 1}, {1, 3}});
   EXPECT_EQ(folded.CalcY(1), 3);
-  EXPECT_THAT([&] { folded.CalcY(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { folded.CalcY(std::nan("")); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 TEST(THermiteInterpolater, SamplesOfEqualXLeaveTheirNeighboursUsable) {

@@ -11,6 +11,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::LoggerTo;
 using Test::Nothing;
 using Test::RaisesGeneralError;
@@ -41,25 +42,25 @@ TEST(TNewtonIterator, KeepsWhatItIsCreatedWith) {
 }
 
 TEST(TNewtonIterator, MoreUnknownsThanEquationsAreRefused) {
-  EXPECT_THAT([] { TNewtonIterator(3, 2, Nothing, Nothing, true); }, RaisesGeneralError(kCreateError));
-  EXPECT_THAT([] { TNewtonIteratorPro(3, 2, Nothing); }, RaisesGeneralError(kCreateError));
+  EXPECT_THAT(Calling([] { TNewtonIterator(3, 2, Nothing, Nothing, true); }), RaisesGeneralError(kCreateError));
+  EXPECT_THAT(Calling([] { TNewtonIteratorPro(3, 2, Nothing); }), RaisesGeneralError(kCreateError));
 }
 
 TEST(TNewtonIterator, FewerThanOneUnknownOrEquationIsRefused) {
   for (const auto& [unknowns, equations] : {std::pair{0, 1}, {0, 0}, {1, 0}, {-1, 2}, {-3, -2}}) {
     const int p = unknowns;
     const int e = equations;
-    EXPECT_THAT([=] { TNewtonIterator(p, e, Nothing, Nothing, true); }, RaisesGeneralError(kCreateError))
+    EXPECT_THAT(Calling([=] { TNewtonIterator(p, e, Nothing, Nothing, true); }), RaisesGeneralError(kCreateError))
         << p << ", " << e;
   }
 }
 
 TEST(TNewtonIterator, MoreDerivativesThanAListHoldsAreRefusedBeforeAnythingIsAllocated) {
   constexpr int most = std::numeric_limits<int>::max();
-  EXPECT_THAT([] { TNewtonIterator(most, most, Nothing, Nothing, true); },
+  EXPECT_THAT(Calling([] { TNewtonIterator(most, most, Nothing, Nothing, true); }),
               RaisesGeneralError("TNewtonIterator: 2147483647 unknowns and 2147483647 equations have more derivatives "
                                  "than a list holds"));
-  EXPECT_THAT([] { TNewtonIterator(2, most / 2 + 1, Nothing, Nothing, true); },
+  EXPECT_THAT(Calling([] { TNewtonIterator(2, most / 2 + 1, Nothing, Nothing, true); }),
               RaisesGeneralError(testing::HasSubstr("2 unknowns and 1073741824 equations")));
   EXPECT_NO_THROW(TNewtonIterator(2, most / 2, Nothing, Nothing, true));
 }
@@ -80,9 +81,9 @@ TEST(TNewtonIterator, AListOfTolerancesIsTakenInOrder) {
 
 TEST(TNewtonIterator, NoListOfTolerancesOrOneOfTheWrongLengthIsRefusedAndChangesNothing) {
   TNewtonIterator iterator(2, 2, Nothing, Nothing, true);
-  EXPECT_THAT([&] { iterator.SetConvergeTor(std::nullopt); }, RaisesGeneralError(kToleranceError));
-  EXPECT_THAT([&] { iterator.SetConvergeTor(TDoubleList{1}); }, RaisesGeneralError(kToleranceError));
-  EXPECT_THAT([&] { iterator.SetConvergeTor(TDoubleList{1, 2, 3}); }, RaisesGeneralError(kToleranceError));
+  EXPECT_THAT(Calling([&] { iterator.SetConvergeTor(std::nullopt); }), RaisesGeneralError(kToleranceError));
+  EXPECT_THAT(Calling([&] { iterator.SetConvergeTor(TDoubleList{1}); }), RaisesGeneralError(kToleranceError));
+  EXPECT_THAT(Calling([&] { iterator.SetConvergeTor(TDoubleList{1, 2, 3}); }), RaisesGeneralError(kToleranceError));
   EXPECT_THAT(iterator.ConvergeTor(), ElementsAre(0.001, 0.001));
 }
 

@@ -5,6 +5,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::ElementsAre;
 
@@ -81,9 +82,9 @@ TEST(FitPlaneUsingSvd, FewerThanThreePointsGiveZerosAndTrue) {
 TEST(FitPlaneUsingSvd, ACountThatIsNoMultipleOfThreeRaisesAndChangesNothing) {
   const TDoubleList seven = {1, 2, 3, 4, 5, 6, 7};
   TPlane p;
-  EXPECT_THAT([&] { FitPlaneUsingSvd(&seven, p.A, p.B, p.C, p.D, p.Ratio); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(&seven, p.A, p.B, p.C, p.D, p.Ratio); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: Input Invalid MatA.Count = 7"));
-  EXPECT_THAT([&] { FitPlaneUsingSvd(&seven, p.A, p.B, p.C, p.D); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(&seven, p.A, p.B, p.C, p.D); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: Input Invalid MatA.Count = 7"));
   EXPECT_THAT((std::array{p.A, p.B, p.C, p.D, p.Ratio}), testing::Each(7.0));
 }
@@ -91,30 +92,30 @@ TEST(FitPlaneUsingSvd, ACountThatIsNoMultipleOfThreeRaisesAndChangesNothing) {
 TEST(FitPlaneUsingSvd, NoPointsAtAllRaise) {
   TPlane p;
   const TDoubleList none;
-  EXPECT_THAT([&] { FitPlaneUsingSvd(&none, p.A, p.B, p.C, p.D, p.Ratio); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(&none, p.A, p.B, p.C, p.D, p.Ratio); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: Input Invalid MatA.Count = 0"));
 }
 
 TEST(FitPlaneUsingSvd, AMissingListRaises) {
   TPlane p;
   TDoubleList list = {1, 2};
-  EXPECT_THAT([&] { FitPlaneUsingSvd(nullptr, p.A, p.B, p.C, p.D, p.Ratio); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(nullptr, p.A, p.B, p.C, p.D, p.Ratio); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: InputList AList Is Uninitialized"));
-  EXPECT_THAT([&] { FitPlaneUsingSvd(nullptr, p.A, p.B, p.C, p.D); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(nullptr, p.A, p.B, p.C, p.D); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: InputList AList Is Uninitialized"));
-  EXPECT_THAT([&] { FitPlaneUsingSvd(&list, nullptr); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(&list, nullptr); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: InputList Xlist Is Uninitialized"));
-  EXPECT_THAT([] { FitPlaneUsingSvd(nullptr, nullptr); },
+  EXPECT_THAT(Calling([] { FitPlaneUsingSvd(nullptr, nullptr); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: InputList Xlist Is Uninitialized"));
 }
 
 TEST(FitPlaneUsingSvd, TheListIsClearedBeforeTheFitChecksThePoints) {
   TDoubleList list = {1, 2};
-  EXPECT_THAT([&] { FitPlaneUsingSvd(nullptr, &list); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(nullptr, &list); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: InputList AList Is Uninitialized"));
   EXPECT_THAT(list, testing::SizeIs(0));
   list = {1, 2, 3, 4};
-  EXPECT_THAT([&] { FitPlaneUsingSvd(&list, &list); },
+  EXPECT_THAT(Calling([&] { FitPlaneUsingSvd(&list, &list); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: Input Invalid MatA.Count = 4"));
   EXPECT_THAT(list, testing::SizeIs(0));
 }
@@ -165,9 +166,9 @@ TEST(FitLineUsingSvd, AnOddCountRaisesInTheWordsOfThePlane) {
   const TDoubleList five = {1, 2, 3, 4, 5};
   const TDoubleList none;
   TLine line;
-  EXPECT_THAT([&] { FitLineUsingSvd(&five, line.A, line.B, line.C); },
+  EXPECT_THAT(Calling([&] { FitLineUsingSvd(&five, line.A, line.B, line.C); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: Input Invalid MatA.Count = 5"));
-  EXPECT_THAT([&] { FitLineUsingSvd(&none, line.A, line.B, line.C); },
+  EXPECT_THAT(Calling([&] { FitLineUsingSvd(&none, line.A, line.B, line.C); }),
               RaisesGeneralError("FitPlaneUsingSvd Err: Input Invalid MatA.Count = 0"));
   EXPECT_THAT((std::array{line.A, line.B, line.C}), testing::Each(7.0));
 }
@@ -175,11 +176,11 @@ TEST(FitLineUsingSvd, AnOddCountRaisesInTheWordsOfThePlane) {
 TEST(FitLineUsingSvd, AMissingListRaisesAndTheListIsClearedFirst) {
   TLine line;
   TDoubleList list = {1, 2};
-  EXPECT_THAT([&] { FitLineUsingSvd(nullptr, line.A, line.B, line.C); },
+  EXPECT_THAT(Calling([&] { FitLineUsingSvd(nullptr, line.A, line.B, line.C); }),
               RaisesGeneralError("FitLineUsingSvd Err: InputList AList Is Uninitialized"));
-  EXPECT_THAT([&] { FitLineUsingSvd(&list, nullptr); },
+  EXPECT_THAT(Calling([&] { FitLineUsingSvd(&list, nullptr); }),
               RaisesGeneralError("FitLineUsingSvd Err: InputList Xlist Is Uninitialized"));
-  EXPECT_THAT([&] { FitLineUsingSvd(nullptr, &list); },
+  EXPECT_THAT(Calling([&] { FitLineUsingSvd(nullptr, &list); }),
               RaisesGeneralError("FitLineUsingSvd Err: InputList AList Is Uninitialized"));
   EXPECT_THAT(list, testing::SizeIs(0));
 }

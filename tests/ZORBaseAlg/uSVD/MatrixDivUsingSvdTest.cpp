@@ -5,6 +5,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::ElementsAre;
 using testing::Pointwise;
@@ -76,9 +77,9 @@ TEST(MatrixDivUsingSvd, AMissingListRaises) {
   const TDoubleList list = {1};
   TDoubleList x = {7};
   constexpr auto kText = "MatrixDivUsingSvd Err: InputList(AList or bList or Xlist) Is Uninitialized";
-  EXPECT_THAT([&] { MatrixDivUsingSvd(nullptr, &list, 1, 1, &x, true); }, RaisesGeneralError(kText));
-  EXPECT_THAT([&] { MatrixDivUsingSvd(&list, nullptr, 1, 1, &x, true); }, RaisesGeneralError(kText));
-  EXPECT_THAT([&] { MatrixDivUsingSvd(&list, &list, 1, 1, nullptr, true); }, RaisesGeneralError(kText));
+  EXPECT_THAT(Calling([&] { MatrixDivUsingSvd(nullptr, &list, 1, 1, &x, true); }), RaisesGeneralError(kText));
+  EXPECT_THAT(Calling([&] { MatrixDivUsingSvd(&list, nullptr, 1, 1, &x, true); }), RaisesGeneralError(kText));
+  EXPECT_THAT(Calling([&] { MatrixDivUsingSvd(&list, &list, 1, 1, nullptr, true); }), RaisesGeneralError(kText));
   EXPECT_THAT(x, ElementsAre(7.0));
 }
 

@@ -126,15 +126,17 @@ TEST(SvdDecompose, SpansOfAnotherLengthRaiseAndNothingIsTouched) {
   std::vector<double> a = {1, 2, 3, 4, 5, 6};
   std::vector<double> w = {7, 8};
   std::vector<double> v = {1, 2, 3, 4};
-  EXPECT_THAT([&] { SvdDecompose(std::span(a).first(5), 3, 2, w, v); },
+  EXPECT_THAT(Calling([&] { SvdDecompose(std::span(a).first(5), 3, 2, w, v); }),
               RaisesGeneralError("SvdDecompose: the matrix has 5 numbers and must have 6"));
-  EXPECT_THAT([&] { SvdDecompose(a, 3, 2, std::span(w).first(1), v); },
+  EXPECT_THAT(Calling([&] { SvdDecompose(a, 3, 2, std::span(w).first(1), v); }),
               RaisesGeneralError("SvdDecompose: W has 1 numbers and must have 2"));
-  EXPECT_THAT([&] { SvdDecompose(a, 3, 2, w, std::span(v).first(3)); },
+  EXPECT_THAT(Calling([&] { SvdDecompose(a, 3, 2, w, std::span(v).first(3)); }),
               RaisesGeneralError("SvdDecompose: V has 3 numbers and must have 4"));
-  EXPECT_THAT([&] { SvdDecompose(a, 0, 2, w, v); }, RaisesGeneralError("SvdDecompose: a matrix cannot be 0 by 2"));
-  EXPECT_THAT([&] { SvdDecompose(a, 3, -2, w, v); }, RaisesGeneralError("SvdDecompose: a matrix cannot be 3 by -2"));
-  EXPECT_THAT([&] { SvdDecompose({}, 65536, 65536, w, v); },
+  EXPECT_THAT(Calling([&] { SvdDecompose(a, 0, 2, w, v); }),
+              RaisesGeneralError("SvdDecompose: a matrix cannot be 0 by 2"));
+  EXPECT_THAT(Calling([&] { SvdDecompose(a, 3, -2, w, v); }),
+              RaisesGeneralError("SvdDecompose: a matrix cannot be 3 by -2"));
+  EXPECT_THAT(Calling([&] { SvdDecompose({}, 65536, 65536, w, v); }),
               RaisesGeneralError("SvdDecompose: the matrix has 0 numbers and must have 4294967296"));
   EXPECT_THAT(a, testing::ElementsAre(1, 2, 3, 4, 5, 6));
   EXPECT_THAT(w, testing::ElementsAre(7, 8));
@@ -159,11 +161,11 @@ TEST(SvdBackSubstitute, SpansOfAnotherLengthRaise) {
   const std::vector<double> one = {1};
   const std::vector<double> two = {1, 2};
   std::vector<double> x = {7};
-  EXPECT_THAT([&] { SvdBackSubstitute(one, one, one, 1, 1, two, x); },
+  EXPECT_THAT(Calling([&] { SvdBackSubstitute(one, one, one, 1, 1, two, x); }),
               RaisesGeneralError("SvdBackSubstitute: B has 2 numbers and must have 1"));
-  EXPECT_THAT([&] { SvdBackSubstitute(one, one, one, 1, 1, one, std::span(x).first(0)); },
+  EXPECT_THAT(Calling([&] { SvdBackSubstitute(one, one, one, 1, 1, one, std::span(x).first(0)); }),
               RaisesGeneralError("SvdBackSubstitute: X has 0 numbers and must have 1"));
-  EXPECT_THAT([&] { SvdBackSubstitute(one, one, one, 1, 0, one, x); },
+  EXPECT_THAT(Calling([&] { SvdBackSubstitute(one, one, one, 1, 0, one, x); }),
               RaisesGeneralError("SvdBackSubstitute: a matrix cannot be 1 by 0"));
   EXPECT_THAT(x, testing::ElementsAre(7.0));
 }

@@ -14,6 +14,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::PlainMatrix;
 using Test::PlainZ;
 using Test::RaisesGeneralError;
@@ -77,37 +78,43 @@ TEST(TV4Interpolator, TheStatesAreNumberedInOrder) {
 
 TEST(TV4Interpolator, WithoutSamplesThereAreNoWeights) {
   TV4Interpolator surface;
-  EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError("TV4Interpolator Wrong State 0 Suppose State 1"));
+  EXPECT_THAT(Calling([&] { surface.CalcWeights(); }),
+              RaisesGeneralError("TV4Interpolator Wrong State 0 Suppose State 1"));
   EXPECT_EQ(surface.State(), TV4Interpolator::cbsIdle);
 }
 
 TEST(TV4Interpolator, WeightsAreComputedOnce) {
   TV4Interpolator surface = Finished(kTriangle);
-  EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError("TV4Interpolator Wrong State 2 Suppose State 1"));
+  EXPECT_THAT(Calling([&] { surface.CalcWeights(); }),
+              RaisesGeneralError("TV4Interpolator Wrong State 2 Suppose State 1"));
 }
 
 TEST(TV4Interpolator, AFinishedSurfaceTakesNoMoreSamples) {
   TV4Interpolator surface = Finished(kTriangle);
   const auto error = RaisesGeneralError("TV4Interpolator Wrong State 2 Suppose State 0 or 1");
-  EXPECT_THAT([&] { surface.AddPoint(5, 5, 5); }, error);
-  EXPECT_THAT([&] { surface.AddPoint(TPoint3D::Create(5, 5, 5)); }, error);
-  EXPECT_THAT([&] { surface.AddPointList(kTriangle); }, error);
-  EXPECT_THAT([&] { surface.AddPoint(kNaN, 5, 5); }, error);
+  EXPECT_THAT(Calling([&] { surface.AddPoint(5, 5, 5); }), error);
+  EXPECT_THAT(Calling([&] { surface.AddPoint(TPoint3D::Create(5, 5, 5)); }), error);
+  EXPECT_THAT(Calling([&] { surface.AddPointList(kTriangle); }), error);
+  EXPECT_THAT(Calling([&] { surface.AddPoint(kNaN, 5, 5); }), error);
   EXPECT_EQ(surface.SrcPt().Count(), 3);
 }
 
 TEST(TV4Interpolator, BeforeTheWeightsThereAreNoHeights) {
   TV4Interpolator surface;
-  EXPECT_THAT([&] { surface.CalcZ(0, 0); }, RaisesGeneralError("TV4Interpolator Wrong State 0 Suppose State 2"));
+  EXPECT_THAT(Calling([&] { surface.CalcZ(0, 0); }),
+              RaisesGeneralError("TV4Interpolator Wrong State 0 Suppose State 2"));
   surface.AddPoint(0, 0, 1);
-  EXPECT_THAT([&] { surface.CalcZ(0, 0); }, RaisesGeneralError("TV4Interpolator Wrong State 1 Suppose State 2"));
-  EXPECT_THAT([&] { surface.CalcZ({}, {}); }, RaisesGeneralError("TV4Interpolator Wrong State 1 Suppose State 2"));
+  EXPECT_THAT(Calling([&] { surface.CalcZ(0, 0); }),
+              RaisesGeneralError("TV4Interpolator Wrong State 1 Suppose State 2"));
+  EXPECT_THAT(Calling([&] { surface.CalcZ({}, {}); }),
+              RaisesGeneralError("TV4Interpolator Wrong State 1 Suppose State 2"));
 }
 
 TEST(TV4Interpolator, AnEmptyListOfSamplesCountsAsAdding) {
   TV4Interpolator surface = Added({});
   EXPECT_EQ(surface.State(), TV4Interpolator::cbsAddPoint);
-  EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError(testing::HasSubstr("MatA.Count = 0, VecB.Count = 0")));
+  EXPECT_THAT(Calling([&] { surface.CalcWeights(); }),
+              RaisesGeneralError(testing::HasSubstr("MatA.Count = 0, VecB.Count = 0")));
   EXPECT_EQ(surface.CalcZ(3, 4), 0);
 }
 
@@ -123,7 +130,8 @@ TEST(TV4Interpolator, ASurfaceCanAddItsOwnSamplesAgain) {
 TEST(TV4Interpolator, TwoSamplesAtOnePlaceAreRefused) {
   for (const double x : {0.0, 1e-12, -1e-12, 0.5e-12}) {
     TV4Interpolator surface = Added(SamplesOf({{0, 0, 0}, {3, 3, 3}, {x, 0, 5}}));
-    EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError("TV4Interpolator Fail For Duplicate data")) << x;
+    EXPECT_THAT(Calling([&] { surface.CalcWeights(); }), RaisesGeneralError("TV4Interpolator Fail For Duplicate data"))
+        << x;
   }
   TV4Interpolator apart = Added(SamplesOf({{0, 0, 0}, {3, 3, 3}, {1.1e-12, 0, 5}}));
   EXPECT_NO_THROW(apart.CalcWeights());
@@ -131,7 +139,7 @@ TEST(TV4Interpolator, TwoSamplesAtOnePlaceAreRefused) {
 
 TEST(TV4Interpolator, AfterAFailureEveryHeightIsZero) {
   TV4Interpolator surface = Added(SamplesOf({{0, 0, 0}, {0, 0, 5}}));
-  EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError("TV4Interpolator Fail For Duplicate data"));
+  EXPECT_THAT(Calling([&] { surface.CalcWeights(); }), RaisesGeneralError("TV4Interpolator Fail For Duplicate data"));
   EXPECT_EQ(surface.State(), TV4Interpolator::cbsFinish);
   EXPECT_EQ(surface.CalcZ(0, 0), 0);
   EXPECT_EQ(surface.CalcZ(7, -3), 0);
@@ -145,15 +153,14 @@ TEST(TV4Interpolator, SamplesThatAreNotFiniteAreRefusedAndNothingChanges) {
   for (const double bad : {kNaN, kInfinity, -kInfinity}) {
     TV4Interpolator surface;
     const auto error = RaisesGeneralError(testing::StartsWith("TV4Interpolator: the sample 0 is not finite: "));
-    EXPECT_THAT([&] { surface.AddPoint(bad, 0, 0); }, error);
-    EXPECT_THAT([&] { surface.AddPoint(0, bad, 0); }, error);
-    EXPECT_THAT([&] { surface.AddPoint(0, 0, bad); }, error);
+    EXPECT_THAT(Calling([&] { surface.AddPoint(bad, 0, 0); }), error);
+    EXPECT_THAT(Calling([&] { surface.AddPoint(0, bad, 0); }), error);
+    EXPECT_THAT(Calling([&] { surface.AddPoint(0, 0, bad); }), error);
     EXPECT_EQ(surface.State(), TV4Interpolator::cbsIdle);
-    EXPECT_THAT(
-        [&] {
-          surface.AddPointList(SamplesOf({{0, 0, 0}, {1, bad, 0}}));
-        },
-        RaisesGeneralError(testing::StartsWith("TV4Interpolator: the sample 1 is not finite: ")));
+    EXPECT_THAT(Calling([&] {
+                  surface.AddPointList(SamplesOf({{0, 0, 0}, {1, bad, 0}}));
+                }),
+                RaisesGeneralError(testing::StartsWith("TV4Interpolator: the sample 1 is not finite: ")));
     EXPECT_EQ(surface.State(), TV4Interpolator::cbsIdle);
     EXPECT_EQ(surface.SrcPt().Count(), 0);
   }
@@ -164,14 +171,14 @@ TEST(TV4Interpolator, TooManySamplesAreRefusedBeforeTheMatrixIsAllocated) {
   constexpr int count = 11586;  // 8 * 11585^2 is below 2^30, 8 * 11586^2 is not
   for (int i = 0; i < count; ++i) samples.Add(TPoint3D::Create(i, 0, 0));
   TV4Interpolator surface = Added(samples);
-  EXPECT_THAT([&] { surface.CalcWeights(); },
+  EXPECT_THAT(Calling([&] { surface.CalcWeights(); }),
               RaisesGeneralError(
                   "TV4Interpolator: the matrix of 11586 samples takes 1073883168 bytes, the limit is 1073741824"));
 }
 
 TEST(TV4Interpolator, SamplesWhoseDistanceHasNoSquareAreRefused) {
   TV4Interpolator surface = Added(SamplesOf({{0, 0, 0}, {1, 0, 0}, {1e200, 0, 0}}));
-  EXPECT_THAT([&] { surface.CalcWeights(); },
+  EXPECT_THAT(Calling([&] { surface.CalcWeights(); }),
               RaisesGeneralError("TV4Interpolator: samples are too far apart for the square of their distance"));
 }
 
@@ -179,7 +186,8 @@ TEST(TV4Interpolator, AsManyHeightsAsPlacesAreAskedFor) {
   const TV4Interpolator surface = Finished(kTriangle);
   std::vector<TPoint2D> places(3);
   std::vector<double> z(2, 99.0);
-  EXPECT_THAT([&] { surface.CalcZ(places, z); }, RaisesGeneralError("TV4Interpolator: 3 places and 2 heights"));
+  EXPECT_THAT(Calling([&] { surface.CalcZ(places, z); }),
+              RaisesGeneralError("TV4Interpolator: 3 places and 2 heights"));
   EXPECT_THAT(z, testing::Each(99.0));
 }
 
@@ -315,7 +323,8 @@ TEST(TV4Interpolator, TwoSamplesAtOnePlaceAreFoundWhereverTheyStand) {
     TList<TPoint3D> samples = Hills(40, 4.0);
     samples[at] = samples[at / 2];
     TV4Interpolator surface = Added(samples);
-    EXPECT_THAT([&] { surface.CalcWeights(); }, RaisesGeneralError("TV4Interpolator Fail For Duplicate data")) << at;
+    EXPECT_THAT(Calling([&] { surface.CalcWeights(); }), RaisesGeneralError("TV4Interpolator Fail For Duplicate data"))
+        << at;
   }
 }
 

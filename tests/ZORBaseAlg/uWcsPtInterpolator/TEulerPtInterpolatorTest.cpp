@@ -10,6 +10,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::FileText;
 using Test::RaisesGeneralError;
 using Test::TFileSizeLimit;
@@ -72,37 +73,38 @@ TEST(TEulerPtInterpolator, TheCallersLimitsHoldForLaterAutomaticCounts) {
 
 TEST(TEulerPtInterpolator, TheLargestCountFitsAndOneMoreRaises) {
   EXPECT_EQ(TEulerPtInterpolator(At(0, 0, 0), At(kLargestInt, 0, 0), 1.0, 1.0).Count(), kLargestInt);
-  EXPECT_THAT([] { TEulerPtInterpolator(At(0, 0, 0), At(kLargestInt + 0.5, 0, 0), 1.0, 1.0); },
+  EXPECT_THAT(Calling([] { TEulerPtInterpolator(At(0, 0, 0), At(kLargestInt + 0.5, 0, 0), 1.0, 1.0); }),
               RaisesGeneralError(HasSubstr("needs 2147483648 steps")));
 }
 
 TEST(TEulerPtInterpolator, AnAutomaticCountThatDoesNotFitNamesTheNumbersAndLeavesTheOldOne) {
   TEulerPtInterpolator move(At(0, 0, 0), At(1e12, 0, 0), 4);
   EXPECT_THAT(
-      [&] { move.SetCount(-1); },
+      Calling([&] { move.SetCount(-1); }),
       RaisesGeneralError("TEulerPtInterpolator: a move of 1000000000000.000000 with a turn of 0.000000 rad needs "
                          "5000000000000 steps of at most 0.200000 and 0.001745 rad; at most 2147483647 are "
                          "possible"));
   EXPECT_EQ(move.Count(), 4);
   EXPECT_EQ(move.GetWcsPt(1).X, 0.25e12);
-  EXPECT_THAT([] { TEulerPtInterpolator(At(0, 0, 0), TEulerPoint::Create(0, 0, 0, 0, 1e200, 0), -1); },
+  EXPECT_THAT(Calling([] { TEulerPtInterpolator(At(0, 0, 0), TEulerPoint::Create(0, 0, 0, 0, 1e200, 0), -1); }),
               RaisesGeneralError(HasSubstr("needs inf steps")));
 }
 
 TEST(TEulerPtInterpolator, ALimitThatIsNotFiniteAndAbove0Raises) {
   const auto begin = At(0, 0, 0);
   for (const double bad : {0.0, -0.0, -1.0, std::nan(""), kInfinity, -kInfinity}) {
-    EXPECT_THAT([&] { TEulerPtInterpolator(begin, At(1, 0, 0), bad, 1.0); },
+    EXPECT_THAT(Calling([&] { TEulerPtInterpolator(begin, At(1, 0, 0), bad, 1.0); }),
                 RaisesGeneralError(StartsWith("TEulerPtInterpolator: MaxDis must be finite and above 0, not ")));
-    EXPECT_THAT([&] { TEulerPtInterpolator(begin, begin, 1.0, bad); },
+    EXPECT_THAT(Calling([&] { TEulerPtInterpolator(begin, begin, 1.0, bad); }),
                 RaisesGeneralError(StartsWith("TEulerPtInterpolator: MaxDeg must be finite and above 0, not ")));
   }
-  EXPECT_THAT([&] { TEulerPtInterpolator(begin, begin, 0.0, 1.0); },
+  EXPECT_THAT(Calling([&] { TEulerPtInterpolator(begin, begin, 0.0, 1.0); }),
               RaisesGeneralError("TEulerPtInterpolator: MaxDis must be finite and above 0, not 0.000000"));
-  EXPECT_THAT([&] { TEulerPtInterpolator(begin, begin, 1.0, std::numeric_limits<double>::denorm_min()); },
+  EXPECT_THAT(Calling([&] { TEulerPtInterpolator(begin, begin, 1.0, std::numeric_limits<double>::denorm_min()); }),
               RaisesGeneralError(StartsWith("TEulerPtInterpolator: MaxDeg must be")));
-  EXPECT_THAT([&] { TEulerPtInterpolator(begin, At(1, 0, 0), std::numeric_limits<double>::denorm_min(), 1.0); },
-              RaisesGeneralError(HasSubstr("needs inf steps")));
+  EXPECT_THAT(
+      Calling([&] { TEulerPtInterpolator(begin, At(1, 0, 0), std::numeric_limits<double>::denorm_min(), 1.0); }),
+      RaisesGeneralError(HasSubstr("needs inf steps")));
 }
 
 // ---------------------------------------------------------------------------------------------- poses
@@ -146,7 +148,7 @@ TEST(TEulerPtInterpolator, ParametersOutsideGiveTheEndPosesAndNoNumberRaises) {
   EXPECT_EQ(move.GetWcsPtbyParam(-kInfinity).X, 0);
   EXPECT_EQ(move.GetWcsPtbyParam(1.5).X, 1);
   EXPECT_EQ(move.GetWcsPtbyParam(kInfinity).X, 1);
-  EXPECT_THAT([&] { move.GetWcsPtbyParam(std::nan("")); },
+  EXPECT_THAT(Calling([&] { move.GetWcsPtbyParam(std::nan("")); }),
               RaisesGeneralError("TEulerPtInterpolator: the parameter is not a number"));
 }
 
@@ -155,9 +157,9 @@ TEST(TEulerPtInterpolator, PosesThatAreNotFiniteRaise) {
     for (int i = 0; i < 6; ++i) {
       TEulerPoint pose;
       pose.Items(i) = bad;
-      EXPECT_THAT([&] { TEulerPtInterpolator(pose, At(0, 0, 0), 3); },
+      EXPECT_THAT(Calling([&] { TEulerPtInterpolator(pose, At(0, 0, 0), 3); }),
                   RaisesGeneralError(StartsWith("TEulerPtInterpolator: BeginPt is not finite: ")));
-      EXPECT_THAT([&] { TEulerPtInterpolator(At(0, 0, 0), pose, 1.0, 1.0); },
+      EXPECT_THAT(Calling([&] { TEulerPtInterpolator(At(0, 0, 0), pose, 1.0, 1.0); }),
                   RaisesGeneralError(StartsWith("TEulerPtInterpolator: EndPt is not finite: ")));
     }
   }
@@ -165,7 +167,7 @@ TEST(TEulerPtInterpolator, PosesThatAreNotFiniteRaise) {
 
 TEST(TEulerPtInterpolator, AnOffsetThatOverflowsRaises) {
   const auto far = [](double Rz) { return TEulerPoint::Create(0, 0, 0, 0, 0, Rz); };
-  EXPECT_THAT([&] { TEulerPtInterpolator(far(1e308), far(-1e308), 3); },
+  EXPECT_THAT(Calling([&] { TEulerPtInterpolator(far(1e308), far(-1e308), 3); }),
               RaisesGeneralError("TEulerPtInterpolator: EndPt - BeginPt is not finite: "
                                  "0.000000,0.000000,0.000000,0.000000,0.000000,-inf"));
 }
@@ -212,11 +214,12 @@ TEST(TEulerPtInterpolator, AListHoldsThePosesOneByOneToTheBit) {
 
 TEST(TEulerPtInterpolator, AListOfTooManyPosesRaisesWithTheNumbers) {
   TEulerPtInterpolator move(At(0, 0, 0), At(1, 0, 0), kLargestInt);
-  EXPECT_THAT([&] { (void)move.GetWcsList(); },
+  EXPECT_THAT(Calling([&] { (void)move.GetWcsList(); }),
               RaisesGeneralError("TEulerPtInterpolator.GetWcsList: 2147483647 steps make more than the 10000000 poses "
                                  "that a list holds; use SaveAllToFile or GetWcsPt"));
   move.SetCount(TEulerPtInterpolator::kMaxListPoses);
-  EXPECT_THAT([&] { (void)move.GetWcsList(); }, RaisesGeneralError(HasSubstr("10000000 steps make more than")));
+  EXPECT_THAT(Calling([&] { (void)move.GetWcsList(); }),
+              RaisesGeneralError(HasSubstr("10000000 steps make more than")));
 }
 
 TEST(TEulerPtInterpolator, ManyPosesAtOnceAreThePosesOneByOneToTheBit) {
@@ -234,16 +237,14 @@ TEST(TEulerPtInterpolator, ManyPosesAtOnceNeedAPlaceForEachAndNumbers) {
   const TEulerPtInterpolator move(At(0, 0, 0), At(1, 0, 0), 1);
   const auto untouched = TEulerPoint::Create(1, 1, 1, 1, 1, 1);
   std::vector<TEulerPoint> poses(2, untouched);
-  EXPECT_THAT(
-      [&] {
-        move.GetWcsPtsbyParams(std::array{0.0, 0.5, 1.0}, poses);
-      },
-      RaisesGeneralError("TEulerPtInterpolator: 3 parameters, but places for 2 poses"));
-  EXPECT_THAT(
-      [&] {
-        move.GetWcsPtsbyParams(std::array{0.0, std::nan("")}, poses);
-      },
-      RaisesGeneralError("TEulerPtInterpolator: the parameter is not a number"));
+  EXPECT_THAT(Calling([&] {
+                move.GetWcsPtsbyParams(std::array{0.0, 0.5, 1.0}, poses);
+              }),
+              RaisesGeneralError("TEulerPtInterpolator: 3 parameters, but places for 2 poses"));
+  EXPECT_THAT(Calling([&] {
+                move.GetWcsPtsbyParams(std::array{0.0, std::nan("")}, poses);
+              }),
+              RaisesGeneralError("TEulerPtInterpolator: the parameter is not a number"));
   for (const TEulerPoint& pose : poses) EXPECT_EQ(BitsOf(pose), BitsOf(untouched));
 }
 
@@ -291,7 +292,8 @@ TEST(TEulerPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenF
   for (const int count : {100, kLargestInt}) {
     const TEulerPtInterpolator move(At(0, 0, 0), At(1, 0, 0), count);
     const TFileSizeLimit limit(1000);
-    EXPECT_THAT([&] { move.SaveAllToFile(file); }, RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
+    EXPECT_THAT(Calling([&] { move.SaveAllToFile(file); }),
+                RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
   }
   EXPECT_EQ(FileText(file), "the old file");
   EXPECT_EQ(folder.Count(), 1);
@@ -300,7 +302,7 @@ TEST(TEulerPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenF
 TEST(TEulerPtInterpolator, SavingIntoAFolderThatIsNotThereRaises) {
   const TScratchFolder folder;
   const std::string file = folder.File("missing/steps.txt");
-  EXPECT_THAT([&] { TEulerPtInterpolator(At(0, 0, 0), At(1, 0, 0), 1).SaveAllToFile(file); },
+  EXPECT_THAT(Calling([&] { TEulerPtInterpolator(At(0, 0, 0), At(1, 0, 0), 1).SaveAllToFile(file); }),
               RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
 }
 

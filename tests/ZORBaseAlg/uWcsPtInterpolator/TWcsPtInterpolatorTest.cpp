@@ -9,6 +9,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::FileText;
 using Test::IsExactPose;
 using Test::IsNearPose;
@@ -66,13 +67,14 @@ TEST(TWcsPtInterpolator, ALimitThatIsNotFiniteAndAbove0Raises) {
   const TPoint6D begin = ToolAt(0, 0, 0);
   const TPoint6D end = ToolAt(1, 0, 0);
   for (const double bad : {0.0, -0.0, -1.0, kNaN, kInfinity, -kInfinity}) {
-    EXPECT_THAT([&] { TWcsPtInterpolator(begin, end, bad, 1.0, kShortTurn); },
+    EXPECT_THAT(Calling([&] { TWcsPtInterpolator(begin, end, bad, 1.0, kShortTurn); }),
                 RaisesGeneralError(StartsWith("TWcsPtInterpolator: MaxDis must be finite and above 0, not ")));
-    EXPECT_THAT([&] { TWcsPtInterpolator(begin, end, 1.0, bad, kShortTurn); },
+    EXPECT_THAT(Calling([&] { TWcsPtInterpolator(begin, end, 1.0, bad, kShortTurn); }),
                 RaisesGeneralError(StartsWith("TWcsPtInterpolator: MaxDeg must be finite and above 0, not ")));
   }
-  EXPECT_THAT([&] { TWcsPtInterpolator(begin, end, std::numeric_limits<double>::denorm_min(), 1.0, kShortTurn); },
-              RaisesGeneralError(HasSubstr("needs inf steps")));
+  EXPECT_THAT(
+      Calling([&] { TWcsPtInterpolator(begin, end, std::numeric_limits<double>::denorm_min(), 1.0, kShortTurn); }),
+      RaisesGeneralError(HasSubstr("needs inf steps")));
 }
 
 // ---------------------------------------------------------------------------------------------- count
@@ -122,22 +124,22 @@ TEST(TWcsPtInterpolator, AnAutomaticCountIsWorkedOutOnTheLongTurn) {
 TEST(TWcsPtInterpolator, TheLargestCountFitsAndOneMoreRaises) {
   const double longest = 0.2 * kLargestInt;
   EXPECT_EQ(Automatic(ToolAt(0, 0, 0), ToolAt(longest, 0, 0)).Count(), kLargestInt);
-  EXPECT_THAT([&] { Automatic(ToolAt(0, 0, 0), ToolAt(longest + 0.1, 0, 0)); },
+  EXPECT_THAT(Calling([&] { Automatic(ToolAt(0, 0, 0), ToolAt(longest + 0.1, 0, 0)); }),
               RaisesGeneralError(HasSubstr("needs 2147483648 steps")));
 }
 
 TEST(TWcsPtInterpolator, AnAutomaticCountThatDoesNotFitNamesTheNumbers) {
-  EXPECT_THAT([] { Automatic(ToolAt(0, 0, 0), ToolAt(0, 1e12, 0)); },
+  EXPECT_THAT(Calling([] { Automatic(ToolAt(0, 0, 0), ToolAt(0, 1e12, 0)); }),
               RaisesGeneralError("TWcsPtInterpolator: a move of 1000000000000.000000 with a turn of 0.000000 rad needs "
                                  "5000000000000 steps of at most 0.200000 and 0.001745 rad; at most 2147483647 are "
                                  "possible"));
-  EXPECT_THAT([] { Automatic(ToolAt(0, 0, 0), ToolAt(0, 1e300, 0)); },
+  EXPECT_THAT(Calling([] { Automatic(ToolAt(0, 0, 0), ToolAt(0, 1e300, 0)); }),
               RaisesGeneralError(HasSubstr("needs inf steps")));
 }
 
 TEST(TWcsPtInterpolator, ACountThatDoesNotFitLeavesTheOldOne) {
   TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1e12, 0, 0), 4, kShortTurn);
-  EXPECT_THAT([&] { move.SetCount(-1); }, RaisesGeneralError(StartsWith("TWcsPtInterpolator: a move of")));
+  EXPECT_THAT(Calling([&] { move.SetCount(-1); }), RaisesGeneralError(StartsWith("TWcsPtInterpolator: a move of")));
   EXPECT_EQ(move.Count(), 4);
   EXPECT_THAT(move.GetWcsPt(1), IsExactPose(ToolAt(0.25e12, 0, 0)));
 }
@@ -215,7 +217,7 @@ TEST(TWcsPtInterpolator, ParametersOutsideGiveTheEndPosesAndNoNumberRaises) {
   EXPECT_THAT(move.GetWcsPtbyParam(-kInfinity), IsExactPose(ToolAt(0, 0, 0)));
   EXPECT_THAT(move.GetWcsPtbyParam(1.5), IsExactPose(ToolAt(1, 0, 0)));
   EXPECT_THAT(move.GetWcsPtbyParam(kInfinity), IsExactPose(ToolAt(1, 0, 0)));
-  EXPECT_THAT([&] { move.GetWcsPtbyParam(std::nan("")); },
+  EXPECT_THAT(Calling([&] { move.GetWcsPtbyParam(std::nan("")); }),
               RaisesGeneralError("TWcsPtInterpolator: the parameter is not a number"));
 }
 
@@ -360,16 +362,14 @@ TEST(TWcsPtInterpolator, ManyPosesAtOnceAreThePosesOneByOneToTheBit) {
 TEST(TWcsPtInterpolator, ManyPosesAtOnceNeedAPlaceForEachAndNumbers) {
   const TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1, 0, 0), 1, kShortTurn);
   std::vector<TPoint6D> poses(2, TPoint6D::FOnes);
-  EXPECT_THAT(
-      [&] {
-        move.GetWcsPtsbyParams(std::array{0.0, 0.5, 1.0}, poses);
-      },
-      RaisesGeneralError("TWcsPtInterpolator: 3 parameters, but places for 2 poses"));
-  EXPECT_THAT(
-      [&] {
-        move.GetWcsPtsbyParams(std::array{0.0, std::nan("")}, poses);
-      },
-      RaisesGeneralError("TWcsPtInterpolator: the parameter is not a number"));
+  EXPECT_THAT(Calling([&] {
+                move.GetWcsPtsbyParams(std::array{0.0, 0.5, 1.0}, poses);
+              }),
+              RaisesGeneralError("TWcsPtInterpolator: 3 parameters, but places for 2 poses"));
+  EXPECT_THAT(Calling([&] {
+                move.GetWcsPtsbyParams(std::array{0.0, std::nan("")}, poses);
+              }),
+              RaisesGeneralError("TWcsPtInterpolator: the parameter is not a number"));
   for (const TPoint6D& pose : poses) EXPECT_THAT(pose, IsExactPose(TPoint6D::FOnes));
 }
 
@@ -380,27 +380,27 @@ TEST(TWcsPtInterpolator, PosesThatAreNotFiniteRaise) {
     for (int i = 0; i < 6; ++i) {
       TPoint6D pose = ToolAt(0, 0, 0);
       pose.Items(i) = bad;
-      EXPECT_THAT([&] { TWcsPtInterpolator(pose, ToolAt(0, 0, 0), 3, kShortTurn); },
+      EXPECT_THAT(Calling([&] { TWcsPtInterpolator(pose, ToolAt(0, 0, 0), 3, kShortTurn); }),
                   RaisesGeneralError(StartsWith("TWcsPtInterpolator: BeginPt is not finite: ")));
-      EXPECT_THAT([&] { TWcsPtInterpolator(ToolAt(0, 0, 0), pose, 3, kShortTurn); },
+      EXPECT_THAT(Calling([&] { TWcsPtInterpolator(ToolAt(0, 0, 0), pose, 3, kShortTurn); }),
                   RaisesGeneralError(StartsWith("TWcsPtInterpolator: EndPt is not finite: ")));
     }
   }
-  EXPECT_THAT([] { TWcsPtInterpolator(ToolAt(1, std::nan(""), 3), ToolAt(0, 0, 0), 3, kShortTurn); },
+  EXPECT_THAT(Calling([] { TWcsPtInterpolator(ToolAt(1, std::nan(""), 3), ToolAt(0, 0, 0), 3, kShortTurn); }),
               RaisesGeneralError("TWcsPtInterpolator: BeginPt is not finite: "
                                  "1.000000,nan,3.000000,0.000000,0.000000,1.000000"));
 }
 
 TEST(TWcsPtInterpolator, AnOffsetThatOverflowsRaises) {
-  EXPECT_THAT([] { TWcsPtInterpolator(ToolAt(-1e308, 0, 0), ToolAt(1e308, 0, 0), 3, kShortTurn); },
+  EXPECT_THAT(Calling([] { TWcsPtInterpolator(ToolAt(-1e308, 0, 0), ToolAt(1e308, 0, 0), 3, kShortTurn); }),
               RaisesGeneralError("TWcsPtInterpolator: EndPt - BeginPt is not finite: inf,0.000000,0.000000"));
 }
 
 TEST(TWcsPtInterpolator, ADirectionTooLongToMeasureAnAngleRaises) {
-  EXPECT_THAT([] { TWcsPtInterpolator(Towards(0, 0, 1), Towards(2e75, 0, 0), 3, kShortTurn); },
+  EXPECT_THAT(Calling([] { TWcsPtInterpolator(Towards(0, 0, 1), Towards(2e75, 0, 0), 3, kShortTurn); }),
               RaisesGeneralError("TWcsPtInterpolator: EndPt has a direction longer than 1e75; "
                                  "it should be a unit vector"));
-  EXPECT_THAT([] { TWcsPtInterpolator(Towards(1e200, 0, 1), Towards(1, 0, 0), 3, kShortTurn); },
+  EXPECT_THAT(Calling([] { TWcsPtInterpolator(Towards(1e200, 0, 1), Towards(1, 0, 0), 3, kShortTurn); }),
               RaisesGeneralError(StartsWith("TWcsPtInterpolator: BeginPt has a direction")));
   EXPECT_EQ(TWcsPtInterpolator(Towards(0, 0, 1e75), Towards(1e75, 0, 0), 3, kShortTurn).VecRad(), kPi / 2);
 }
@@ -441,7 +441,8 @@ TEST(TWcsPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenFor
   for (const int count : {100, kLargestInt}) {
     const TWcsPtInterpolator move(ToolAt(0, 0, 0), ToolAt(1, 0, 0), count, kShortTurn);
     const TFileSizeLimit limit(1000);
-    EXPECT_THAT([&] { move.SaveAllToFile(file); }, RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
+    EXPECT_THAT(Calling([&] { move.SaveAllToFile(file); }),
+                RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
   }
   EXPECT_EQ(FileText(file), "the old file");
   EXPECT_EQ(folder.Count(), 1);
@@ -450,7 +451,7 @@ TEST(TWcsPtInterpolator, AFullDiskLeavesTheOldFileWholeAndNothingBesideItEvenFor
 TEST(TWcsPtInterpolator, SavingIntoAFolderThatIsNotThereRaises) {
   const TScratchFolder folder;
   const std::string file = folder.File("missing/steps.txt");
-  EXPECT_THAT([&] { TWcsPtInterpolator(ToolAt(0, 0, 0), ToolAt(1, 0, 0), 1, 0).SaveAllToFile(file); },
+  EXPECT_THAT(Calling([&] { TWcsPtInterpolator(ToolAt(0, 0, 0), ToolAt(1, 0, 0), 1, 0).SaveAllToFile(file); }),
               RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
 }
 

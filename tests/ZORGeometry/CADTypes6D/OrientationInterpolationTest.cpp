@@ -37,10 +37,10 @@ TEST(QuaternionAngle, ClampsTheDotProductOfLongQuaternions) {
 TEST(QuaternionAngle, ACosineThatIsNoNumberRaisesWithTheValuesBehindTheErrorText) {
   const std::optional<std::string> cause = GeneralErrorOf([] { ArcCos(kNaN); });
   ASSERT_TRUE(cause);
-  EXPECT_THAT([] { QuaternionAngle(kOne, Quat(0.5, kNaN, 0.25, -0.125)); },
+  EXPECT_THAT(Calling([] { QuaternionAngle(kOne, Quat(0.5, kNaN, 0.25, -0.125)); }),
               RaisesGeneralError(*cause + "0.500000 nan 0.250000 -0.125000 nan 0"));
   const TLocaleGuard german(std::locale("de_DE.UTF-8"));
-  EXPECT_THAT([] { QuaternionAngle(kOne, Quat(0.5, kNaN, 0.25, -0.125)); },
+  EXPECT_THAT(Calling([] { QuaternionAngle(kOne, Quat(0.5, kNaN, 0.25, -0.125)); }),
               RaisesGeneralError(*cause + "0.500000 nan 0.250000 -0.125000 nan 0"));
 }
 
@@ -62,11 +62,11 @@ TEST(MatrixAngle, TranslationsDoNotCount) {
 }
 
 TEST(MatrixAngle, OfAMatrixWithoutAnInverseRaises) {
-  EXPECT_THAT([] { MatrixAngle(TMatrix4D(), kIdentity); }, RaisesGeneralError(std::string(SMatrixSigular)));
+  EXPECT_THAT(Calling([] { MatrixAngle(TMatrix4D(), kIdentity); }), RaisesGeneralError(std::string(SMatrixSigular)));
 }
 
 TEST(MatrixAngle, OfNoNumbersRaisesTheErrorOfTheArcCosine) {
-  EXPECT_THAT([] { MatrixAngle(TurnX(1), kIdentity * kNaN); },
+  EXPECT_THAT(Calling([] { MatrixAngle(TurnX(1), kIdentity * kNaN); }),
               RaisesGeneralError(testing::StartsWith("Arc cosine of")));
 }
 
@@ -120,9 +120,10 @@ TEST(NLerpQuaternion, ADotProductOfZeroLeavesTheSecondAsItIs) {
 }
 
 TEST(NLerpQuaternion, ABlendOfAlmostNothingRaises) {
-  EXPECT_THAT([] { NLerpQuaternion(0.5, TQuaternion(), TQuaternion()); },
+  EXPECT_THAT(Calling([] { NLerpQuaternion(0.5, TQuaternion(), TQuaternion()); }),
               RaisesGeneralError("Divided by zero: 0.000000"));
-  EXPECT_THAT([] { NLerpQuaternion(0, Quat(0, 0, 9e-7, 0), kOne); }, RaisesGeneralError("Divided by zero: 0.000001"));
+  EXPECT_THAT(Calling([] { NLerpQuaternion(0, Quat(0, 0, 9e-7, 0), kOne); }),
+              RaisesGeneralError("Divided by zero: 0.000001"));
   EXPECT_THAT(NLerpQuaternion(0, Quat(0, 0, 1e-6, 0), kI), IsNear(Quat(0, 0, 1, 0), 1e-15));
 }
 
@@ -249,13 +250,13 @@ TEST(Lerp, TooFewResultsRaiseBeforeAnythingIsWritten) {
   const std::vector<double> t = {0, 0.5, 1};
   std::vector<TQuaternion> quaternions(2, kI);
   std::vector<TMatrix4D> matrices(2, kIdentity);
-  EXPECT_THAT([&] { NLerpQuaternions(t, kOne, kOne, quaternions); },
+  EXPECT_THAT(Calling([&] { NLerpQuaternions(t, kOne, kOne, quaternions); }),
               RaisesGeneralError("NLerpQuaternions: 3 parameters do not fit into 2 results"));
-  EXPECT_THAT([&] { SLerpQuaternions(t, kOne, kOne, quaternions); },
+  EXPECT_THAT(Calling([&] { SLerpQuaternions(t, kOne, kOne, quaternions); }),
               RaisesGeneralError("SLerpQuaternions: 3 parameters do not fit into 2 results"));
-  EXPECT_THAT([&] { NLerp4DMatrices(t, TurnX(1), TurnX(2), matrices); },
+  EXPECT_THAT(Calling([&] { NLerp4DMatrices(t, TurnX(1), TurnX(2), matrices); }),
               RaisesGeneralError("NLerp4DMatrices: 3 parameters do not fit into 2 results"));
-  EXPECT_THAT([&] { SLerp4DMatrices(t, TurnX(1), TurnX(2), matrices); },
+  EXPECT_THAT(Calling([&] { SLerp4DMatrices(t, TurnX(1), TurnX(2), matrices); }),
               RaisesGeneralError("SLerp4DMatrices: 3 parameters do not fit into 2 results"));
   for (const TQuaternion& q : quaternions) EXPECT_THAT(q, IsExactly(kI));
   for (const TMatrix4D& m : matrices) EXPECT_THAT(m, IsExactly(kIdentity));
@@ -264,12 +265,12 @@ TEST(Lerp, TooFewResultsRaiseBeforeAnythingIsWritten) {
 TEST(Lerp, ABlendThatFailsAtOneOfManyParametersWritesNone) {
   const std::vector<double> t = {1, 0.5, 0};
   std::vector<TQuaternion> results(3, kI);
-  EXPECT_THAT([&] { NLerpQuaternions(t, TQuaternion(), kOne, results); },
+  EXPECT_THAT(Calling([&] { NLerpQuaternions(t, TQuaternion(), kOne, results); }),
               RaisesGeneralError("Divided by zero: 0.000000"));
   // The cosine 1e-7 * 1e7 is 1, so that the arc is followed along its chord.
-  EXPECT_THAT([&] { SLerpQuaternions(t, kOne * 1e-7, kOne * 1e7, results); },
+  EXPECT_THAT(Calling([&] { SLerpQuaternions(t, kOne * 1e-7, kOne * 1e7, results); }),
               RaisesGeneralError("Divided by zero: 0.000000"));
-  EXPECT_THAT([&] { SLerpQuaternions(t, kOne * kNaN, kOne, results); },
+  EXPECT_THAT(Calling([&] { SLerpQuaternions(t, kOne * kNaN, kOne, results); }),
               RaisesGeneralError(testing::StartsWith("Arc cosine of")));
   for (const TQuaternion& q : results) EXPECT_THAT(q, IsExactly(kI));
 }

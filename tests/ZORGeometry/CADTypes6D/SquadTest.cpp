@@ -103,9 +103,9 @@ TEST(SquadQuaternion, StaysAUnitQuaternion) {
 
 TEST(SquadQuaternion, ANeighbourOfNoLengthRaises) {
   const TQuaternion one = Quat(1, 0, 0, 0);
-  EXPECT_THAT([&] { SquadQuaternion(0.5, TQuaternion(), one, one, one); },
+  EXPECT_THAT(Calling([&] { SquadQuaternion(0.5, TQuaternion(), one, one, one); }),
               RaisesGeneralError("Divided by zero: 0.000000"));
-  EXPECT_THAT([&] { SquadQuaternion(0.5, one, one, one, TQuaternion()); },
+  EXPECT_THAT(Calling([&] { SquadQuaternion(0.5, one, one, one, TQuaternion()); }),
               RaisesGeneralError("Divided by zero: 0.000000"));
 }
 

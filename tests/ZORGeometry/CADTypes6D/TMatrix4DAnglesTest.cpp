@@ -48,11 +48,11 @@ TEST(TMatrix4DAngles, FromXToYIsAQuarterTurnAboutZ) {
 
 TEST(TMatrix4DAngles, VectorsOfDifferentLengthsRaise) {
   TMatrix4D matrix = TurnX(1);
-  EXPECT_THAT([&] { matrix = TMatrix4D::Create(Pt(1, 0, 0), Pt(0, 2, 0)); },
+  EXPECT_THAT(Calling([&] { matrix = TMatrix4D::Create(Pt(1, 0, 0), Pt(0, 2, 0)); }),
               RaisesGeneralError("two vectors mag not equal!!!"));
-  EXPECT_THAT([&] { matrix = TMatrix4D::Create(Pt(1, 0, 0), Pt(0, 0, 0)); },
+  EXPECT_THAT(Calling([&] { matrix = TMatrix4D::Create(Pt(1, 0, 0), Pt(0, 0, 0)); }),
               RaisesGeneralError("two vectors mag not equal!!!"));
-  EXPECT_THAT([&] { matrix = TMatrix4D::Create(Pt(1, 0, 0), Pt(0, std::sqrt(1 + 1.1e-4), 0)); },
+  EXPECT_THAT(Calling([&] { matrix = TMatrix4D::Create(Pt(1, 0, 0), Pt(0, std::sqrt(1 + 1.1e-4), 0)); }),
               RaisesGeneralError("two vectors mag not equal!!!"));
   EXPECT_THAT(matrix, IsExactly(TurnX(1)));
 }
@@ -62,11 +62,12 @@ TEST(TMatrix4DAngles, SquaredLengthsMayDifferByUpTo1eMinus4) {
 }
 
 TEST(TMatrix4DAngles, VectorsWithSquaredLengthsBelow1eMinus4Raise) {
-  EXPECT_THAT([&] { TMatrix4D::Create(Pt(0.0099, 0, 0), Pt(0, 0.0099, 0)); },
+  EXPECT_THAT(Calling([&] { TMatrix4D::Create(Pt(0.0099, 0, 0), Pt(0, 0.0099, 0)); }),
               RaisesGeneralError("vec mag too small!!!"));
-  EXPECT_THAT([&] { TMatrix4D::Create(Pt(0.0101, 0, 0), Pt(0, 0.0099, 0)); },
+  EXPECT_THAT(Calling([&] { TMatrix4D::Create(Pt(0.0101, 0, 0), Pt(0, 0.0099, 0)); }),
               RaisesGeneralError("vec mag too small!!!"));
-  EXPECT_THAT([&] { TMatrix4D::Create(Pt(0, 0, 0), Pt(0, 0, 0)); }, RaisesGeneralError("vec mag too small!!!"));
+  EXPECT_THAT(Calling([&] { TMatrix4D::Create(Pt(0, 0, 0), Pt(0, 0, 0)); }),
+              RaisesGeneralError("vec mag too small!!!"));
   EXPECT_THAT(TMatrix4D::Create(Pt(0.0101, 0, 0), Pt(0, 0.0101, 0)), IsNear(TurnZ(kPi / 2), 1e-15));
 }
 
@@ -191,8 +192,10 @@ TEST(TMatrix4DAngles, TheComponentDividedByIsTheLargestByValueNotByMagnitude) {
 
 TEST(TMatrix4DAngles, AnAxisShorterThanAThousandthRaisesAndLeavesTheAngle) {
   double angle = 42;
-  EXPECT_THAT([&] { kIdentity.Matrix4DToVecAng(Pt(0.00099, 0, 0), angle); }, RaisesGeneralError("vecN mag equals 0!"));
-  EXPECT_THAT([&] { kIdentity.Matrix4DToVecAng(Pt(0, 0, 0), angle); }, RaisesGeneralError("vecN mag equals 0!"));
+  EXPECT_THAT(Calling([&] { kIdentity.Matrix4DToVecAng(Pt(0.00099, 0, 0), angle); }),
+              RaisesGeneralError("vecN mag equals 0!"));
+  EXPECT_THAT(Calling([&] { kIdentity.Matrix4DToVecAng(Pt(0, 0, 0), angle); }),
+              RaisesGeneralError("vecN mag equals 0!"));
   EXPECT_EQ(angle, 42);
   EXPECT_TRUE(TurnX(0.5).Matrix4DToVecAng(Pt(0.001, 0, 0), angle));
   EXPECT_NEAR(angle, 0.5, 1e-15);

@@ -188,7 +188,7 @@ TEST(TMatrix4D, ASingularMatrixRaisesAndStaysAsItWas) {
   for (const double determinant : {1e-7, -1e-7, 1e-6, 0.0}) {
     const TMatrix4D singular = TMatrix4D::Create(1, 0, 0, 0, 1, 0, 0, 0, determinant, 4, 5, 6);
     TMatrix4D matrix = singular;
-    EXPECT_THAT([&] { matrix.Invert(); }, RaisesGeneralError(std::string(SMatrixSigular))) << determinant;
+    EXPECT_THAT(Calling([&] { matrix.Invert(); }), RaisesGeneralError(std::string(SMatrixSigular))) << determinant;
     EXPECT_THAT(matrix, IsExactly(singular));
   }
 }
@@ -342,11 +342,11 @@ TEST(TMatrix4D, TooFewResultsRaiseBeforeAnythingIsWritten) {
   for (const TMatrix4D& matrix : {kQuarter, kIdentity}) {
     std::vector<TPoint3D> results(2, Pt(7, 7, 7));
     std::vector<TPoint6D> poseResults(2, TPoint6D::FOnes);
-    EXPECT_THAT([&] { matrix.TransformPts(points, results); },
+    EXPECT_THAT(Calling([&] { matrix.TransformPts(points, results); }),
                 RaisesGeneralError("TMatrix4D.TransformPts: 3 items do not fit into 2 results"));
-    EXPECT_THAT([&] { matrix.TransformVecs(points, results); },
+    EXPECT_THAT(Calling([&] { matrix.TransformVecs(points, results); }),
                 RaisesGeneralError("TMatrix4D.TransformVecs: 3 items do not fit into 2 results"));
-    EXPECT_THAT([&] { matrix.TransformPoses(poses, poseResults); },
+    EXPECT_THAT(Calling([&] { matrix.TransformPoses(poses, poseResults); }),
                 RaisesGeneralError("TMatrix4D.TransformPoses: 3 items do not fit into 2 results"));
     for (const TPoint3D& result : results) EXPECT_THAT(result, IsExactly(Pt(7, 7, 7)));
     for (const TPoint6D& result : poseResults) EXPECT_THAT(result, IsExactPose(TPoint6D::FOnes));

@@ -80,12 +80,15 @@ TEST(TMatrix4D, MatrixUnitsAreCountedFromOne) {
 }
 
 TEST(TMatrix4D, AMatrixUnitOutsideRaises) {
-  EXPECT_THAT([] { kCounted.GetMatrixUnit(0, 1); },
+  EXPECT_THAT(Calling([] { kCounted.GetMatrixUnit(0, 1); }),
               RaisesGeneralError("TMatrix4D has the rows 1 to 3 and the columns 1 to 4, no row 0 column 1"));
-  EXPECT_THAT([] { kCounted.GetMatrixUnit(4, 1); }, RaisesGeneralError(testing::HasSubstr("no row 4 column 1")));
-  EXPECT_THAT([] { kCounted.GetMatrixUnit(1, 0); }, RaisesGeneralError(testing::HasSubstr("no row 1 column 0")));
-  EXPECT_THAT([] { kCounted.GetMatrixUnit(3, 5); }, RaisesGeneralError(testing::HasSubstr("no row 3 column 5")));
-  EXPECT_THAT([] { kCounted.GetMatrixUnit(255, 255); }, RaisesGeneralError(testing::HasSubstr("no row 255")));
+  EXPECT_THAT(Calling([] { kCounted.GetMatrixUnit(4, 1); }),
+              RaisesGeneralError(testing::HasSubstr("no row 4 column 1")));
+  EXPECT_THAT(Calling([] { kCounted.GetMatrixUnit(1, 0); }),
+              RaisesGeneralError(testing::HasSubstr("no row 1 column 0")));
+  EXPECT_THAT(Calling([] { kCounted.GetMatrixUnit(3, 5); }),
+              RaisesGeneralError(testing::HasSubstr("no row 3 column 5")));
+  EXPECT_THAT(Calling([] { kCounted.GetMatrixUnit(255, 255); }), RaisesGeneralError(testing::HasSubstr("no row 255")));
 }
 
 TEST(TMatrix4D, RowsAndColumnsAreCountedFromZeroAndOthersMeanTheFirst) {

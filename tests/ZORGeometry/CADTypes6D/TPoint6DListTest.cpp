@@ -20,6 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::DecimalCommaLocale;
 using Test::FileText;
 using Test::GeneralErrorOf;
@@ -101,7 +102,7 @@ TEST(TPoint6DList, ASortFunctionThatThrowsLeavesTheList) {
 }
 
 TEST(TPoint6DList, AnIndexOutsideIsTheGeneralError) {
-  EXPECT_THAT([] { (void)TPoint6DList()[0]; }, RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([] { (void)TPoint6DList()[0]; }), RaisesGeneralError("List index out of bounds (0)"));
 }
 
 // ---------------------------------------------------------------------------------------------- saving
@@ -139,7 +140,7 @@ TEST_F(TPoint6DListFile, AFullDiskLeavesTheOldFileAndNothingBesideIt) {
   for (int i = 0; i < 20000; ++i) poses.Add(i, i, i);
   for (const rlim_t bytes : {rlim_t{0}, rlim_t{1000}, rlim_t{300'000}}) {
     const TFileSizeLimit limit(bytes);
-    EXPECT_THAT([&] { poses.SaveToFile(FFile, 6); },
+    EXPECT_THAT(Calling([&] { poses.SaveToFile(FFile, 6); }),
                 RaisesGeneralError("Cannot write file \"" + FFile + "\". File too large"));
     EXPECT_EQ(FileText(FFile), "old");
     EXPECT_EQ(FFolder.Count(), 1U);
@@ -147,7 +148,7 @@ TEST_F(TPoint6DListFile, AFullDiskLeavesTheOldFileAndNothingBesideIt) {
 }
 
 TEST_F(TPoint6DListFile, AFullDeviceIsAnError) {
-  EXPECT_THAT([] { PosesFrom({"1,2,3,4,5,6"}).SaveToFile("/dev/full", 3); },
+  EXPECT_THAT(Calling([] { PosesFrom({"1,2,3,4,5,6"}).SaveToFile("/dev/full", 3); }),
               RaisesGeneralError("Cannot write file \"/dev/full\". No space left on device"));
 }
 
@@ -195,7 +196,7 @@ TEST_F(TPoint6DListFile, AFiveNumberLineStopsTheLoadNamesLine3AndKeepsTheTwoPose
 }
 
 TEST_F(TPoint6DListFile, AFileThatCannotBeOpenedReportsLine1AndEmptiesTheList) {
-  EXPECT_THAT([&] { FPoses.LoadFromFile(FFile); },
+  EXPECT_THAT(Calling([&] { FPoses.LoadFromFile(FFile); }),
               RaisesGeneralError(FailText(1) + "Cannot open file \"" + FFile + "\". No such file or directory"));
   EXPECT_EQ(FPoses.Count(), 0);
 }
@@ -206,12 +207,12 @@ TEST_F(TPoint6DListFile, AFileThatMayNotBeReadReportsLine1) {
   fs::permissions(FFile, fs::perms::none);
   const TUnprivileged user;
   ASSERT_TRUE(user.IsOrdinary());
-  EXPECT_THAT([&] { FPoses.LoadFromFile(FFile); },
+  EXPECT_THAT(Calling([&] { FPoses.LoadFromFile(FFile); }),
               RaisesGeneralError(FailText(1) + "Cannot open file \"" + FFile + "\". Permission denied"));
 }
 
 TEST_F(TPoint6DListFile, AFolderReportsLine1) {
-  EXPECT_THAT([&] { FPoses.LoadFromFile(FFolder.Path().string()); },
+  EXPECT_THAT(Calling([&] { FPoses.LoadFromFile(FFolder.Path().string()); }),
               RaisesGeneralError(
                   AllOf(StartsWith("TPoint6DList LoadFromFile Fail: " + FFolder.Path().string() + " Line 1. \r\n"),
                         EndsWith("Is a directory"))));
@@ -324,7 +325,7 @@ long PeakMemoryInMegabytes() {
 TEST_F(TPoint6DListFile, EndlessInputEndsWithAnErrorAndBoundedMemory) {
   const long before = PeakMemoryInMegabytes();
   EXPECT_THAT(
-      [&] { FPoses.LoadFromFile("/dev/zero"); },
+      Calling([&] { FPoses.LoadFromFile("/dev/zero"); }),
       RaisesGeneralError("TPoint6DList LoadFromFile Fail: /dev/zero Line 1. \r\n\"/dev/zero\" has a line of more than "
                          "67108864 bytes; it is no text file of points"));
   EXPECT_LT(PeakMemoryInMegabytes() - before, 400);
@@ -342,7 +343,7 @@ TEST_F(TPoint6DListFile, ANamedPipeIsReadToItsEnd) {
 TEST_F(TPoint6DListFile, APipeThatClosesWithinALineFailsInThatLine) {
   ASSERT_EQ(::mkfifo(FFile.c_str(), 0600), 0);
   std::thread writer([&] { WriteFile(FFile, "1,2,3,4,5,6\r\n7,8,9"); });
-  EXPECT_THAT([&] { FPoses.LoadFromFile(FFile); },
+  EXPECT_THAT(Calling([&] { FPoses.LoadFromFile(FFile); }),
               RaisesGeneralError(FailText(2) + "TPoint6D Parse from string Failed(7,8,9). Error Item Number: 3"));
   writer.join();
 }

@@ -16,6 +16,7 @@ namespace ZORBase {
 namespace {
 
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::DecimalCommaLocale;
 using Test::IsExactPose;
 using Test::IsNearPose;
@@ -88,9 +89,10 @@ TEST(TPoint6D, ItemsAndAxisReachTheFieldsByIndex) {
 TEST(TPoint6D, AnItemOutside0To5IsAnError) {
   TPoint6D pose = Tool(1, 2, 3, 4, 5, 6);
   const TPoint6D& view = pose;
-  EXPECT_THAT([&] { pose.Items(6) = 0; }, RaisesGeneralError("TPoint6D has the items 0 to 5, not 6"));
-  EXPECT_THAT([&] { (void)view.Items(-1); }, RaisesGeneralError("TPoint6D has the items 0 to 5, not -1"));
-  EXPECT_THAT([&] { (void)view.Axis(INT_MAX); }, RaisesGeneralError("TPoint6D has the items 0 to 5, not 2147483647"));
+  EXPECT_THAT(Calling([&] { pose.Items(6) = 0; }), RaisesGeneralError("TPoint6D has the items 0 to 5, not 6"));
+  EXPECT_THAT(Calling([&] { (void)view.Items(-1); }), RaisesGeneralError("TPoint6D has the items 0 to 5, not -1"));
+  EXPECT_THAT(Calling([&] { (void)view.Axis(INT_MAX); }),
+              RaisesGeneralError("TPoint6D has the items 0 to 5, not 2147483647"));
 }
 
 TEST(TPoint6D, ItsConstantsHoldFromLoadTimeOnAndThroughTheStartUp) {
@@ -350,11 +352,11 @@ TEST(TPoint6D, AnotherCountThanSixIsNamed) {
   const auto text = [](std::string_view S, int Count) {
     return "TPoint6D Parse from string Failed(" + std::string(S) + "). Error Item Number: " + std::to_string(Count);
   };
-  EXPECT_THAT([] { TPoint6D::Parse1033("1,2,3,4,5"); },
+  EXPECT_THAT(Calling([] { TPoint6D::Parse1033("1,2,3,4,5"); }),
               RaisesGeneralError("TPoint6D Parse from string Failed(1,2,3,4,5). Error Item Number: 5"));
   for (const auto& [row, count] : {std::pair{"1,2,3,4,5,6,7", 7}, {"1,2,3,4,5,6,", 7}, {"", 0}, {"   ", 0}, {"1", 1}}) {
-    EXPECT_THAT([row = row] { TPoint6D::Parse1033(row); }, RaisesGeneralError(text(row, count)));
-    EXPECT_THAT([row = row] { TPoint6D::Parse(row); }, RaisesGeneralError(text(row, count)));
+    EXPECT_THAT(Calling([row = row] { TPoint6D::Parse1033(row); }), RaisesGeneralError(text(row, count)));
+    EXPECT_THAT(Calling([row = row] { TPoint6D::Parse(row); }), RaisesGeneralError(text(row, count)));
   }
 }
 
@@ -364,19 +366,19 @@ TEST(TPoint6D, AnItemThatIsNoNumberIsNamed) {
                                  "1",
                                  "1e", "1;"}) {
     const std::string row = "1," + item + ",3,4,5,6";
-    EXPECT_THAT([&] { TPoint6D::Parse1033(row); },
+    EXPECT_THAT(Calling([&] { TPoint6D::Parse1033(row); }),
                 RaisesGeneralError("TPoint6D Parse from string Failed(" + row + "). '" + item +
                                    "' is not a valid floating point value"));
   }
   EXPECT_THAT(
-      [] { TPoint6D::Parse1033("1,1e400,3,4,5,6"); },
+      Calling([] { TPoint6D::Parse1033("1,1e400,3,4,5,6"); }),
       RaisesGeneralError("TPoint6D Parse from string Failed(1,1e400,3,4,5,6). '1e400' is too large for a floating "
                          "point value"));
 }
 
 // A decimal comma parts items, so the count is wrong.
 TEST(TPoint6D, DecimalCommasGiveAWrongCount) {
-  EXPECT_THAT([] { TPoint6D::Parse1033("1,5 2,5 3,5 4,5 5,5 6,5"); },
+  EXPECT_THAT(Calling([] { TPoint6D::Parse1033("1,5 2,5 3,5 4,5 5,5 6,5"); }),
               RaisesGeneralError(EndsWith("Error Item Number: 12")));
 }
 
@@ -388,10 +390,10 @@ TEST(TPoint6D, TheLocaleFormsFollowTheLocaleAndTheOthersDoNot) {
     EXPECT_EQ(pose.ToString1033(2), "1234567.50,-2.25,0.00,0.00,0.00,1.00");
     EXPECT_THAT(TPoint6D::Parse(R"("1234567,5" "-2,25" 0 0 0 1)"), IsExactPose(pose));
     EXPECT_THAT(TPoint6D::Parse1033("1234567.5,-2.25,0,0,0,1"), IsExactPose(pose));
-    EXPECT_THAT([] { TPoint6D::Parse("1.5,2,3,4,5,6"); },
+    EXPECT_THAT(Calling([] { TPoint6D::Parse("1.5,2,3,4,5,6"); }),
                 RaisesGeneralError(
                     "TPoint6D Parse from string Failed(1.5,2,3,4,5,6). '1.5' is not a valid floating point value"));
-    EXPECT_THAT([] { TPoint6D::Parse1033(R"("1,5" 2 3 4 5 6)"); },
+    EXPECT_THAT(Calling([] { TPoint6D::Parse1033(R"("1,5" 2 3 4 5 6)"); }),
                 RaisesGeneralError(HasSubstr("'1,5' is not a valid")));
   }
 }

@@ -21,7 +21,7 @@ TQuaternion Exponential(const TPoint3D& v) {
 TEST(TQuaternion, ZeroIsAllZeroAndNotTheIdentity) {
   EXPECT_THAT(TQuaternion::ReturnQuaternionZero(), IsExactly(Quat(0, 0, 0, 0)));
   EXPECT_THAT(TQuaternion(), IsExactly(Quat(0, 0, 0, 0)));
-  EXPECT_THAT([] { TQuaternion::ReturnQuaternionZero().Inverse(); },
+  EXPECT_THAT(Calling([] { TQuaternion::ReturnQuaternionZero().Inverse(); }),
               RaisesGeneralError("Quaternion mag zero: 0.000000"));
 }
 
@@ -36,8 +36,8 @@ TEST(TQuaternion, TheRealPartComesFirst) {
 
 TEST(TQuaternion, AVariableOutside0To3Raises) {
   TQuaternion q;
-  EXPECT_THAT([&] { q.Variable(4) = 1; }, RaisesGeneralError("TQuaternion has the variables 0 to 3, not 4"));
-  EXPECT_THAT([&] { static_cast<void>(std::as_const(q).Variable(-1)); },
+  EXPECT_THAT(Calling([&] { q.Variable(4) = 1; }), RaisesGeneralError("TQuaternion has the variables 0 to 3, not 4"));
+  EXPECT_THAT(Calling([&] { static_cast<void>(std::as_const(q).Variable(-1)); }),
               RaisesGeneralError("TQuaternion has the variables 0 to 3, not -1"));
 }
 
@@ -112,16 +112,16 @@ TEST(TQuaternion, ADivisionMultipliesByTheReciprocal) {
 }
 
 TEST(TQuaternion, ADivisorBelow1eMinus6RaisesAnd1eMinus6DoesNot) {
-  EXPECT_THAT([] { kOne / 1e-7; }, RaisesGeneralError("Divided by zero: 0.000000"));
-  EXPECT_THAT([] { kOne / -9e-7; }, RaisesGeneralError("Divided by zero: -0.000001"));
+  EXPECT_THAT(Calling([] { kOne / 1e-7; }), RaisesGeneralError("Divided by zero: 0.000000"));
+  EXPECT_THAT(Calling([] { kOne / -9e-7; }), RaisesGeneralError("Divided by zero: -0.000001"));
   EXPECT_THAT((kOne / 1e-6), IsExactly(kOne * (1 / 1e-6)));
   EXPECT_THAT((kOne / -1e-6), IsExactly(kOne * (1 / -1e-6)));
 }
 
 TEST(TQuaternion, TheErrorTextsUseADecimalPointInEveryLocale) {
   const TLocaleGuard german(std::locale("de_DE.UTF-8"));
-  EXPECT_THAT([] { kOne / 1e-7; }, RaisesGeneralError("Divided by zero: 0.000000"));
-  EXPECT_THAT([] { Quat(9e-4, 0, 0, 0).Inverse(); }, RaisesGeneralError("Quaternion mag zero: 0.000001"));
+  EXPECT_THAT(Calling([] { kOne / 1e-7; }), RaisesGeneralError("Divided by zero: 0.000000"));
+  EXPECT_THAT(Calling([] { Quat(9e-4, 0, 0, 0).Inverse(); }), RaisesGeneralError("Quaternion mag zero: 0.000001"));
 }
 
 TEST(TQuaternion, TheInverseUndoesAProduct) {
@@ -131,7 +131,7 @@ TEST(TQuaternion, TheInverseUndoesAProduct) {
 }
 
 TEST(TQuaternion, ASquaredMagnitudeBelow1eMinus6HasNoInverseAnd1eMinus6Has) {
-  EXPECT_THAT([] { Quat(0, 9e-4, 0, 0).Inverse(); }, RaisesGeneralError("Quaternion mag zero: 0.000001"));
+  EXPECT_THAT(Calling([] { Quat(0, 9e-4, 0, 0).Inverse(); }), RaisesGeneralError("Quaternion mag zero: 0.000001"));
   ASSERT_EQ(Quat(0.001, 0, 0, 0).NormMagSqr(), 1e-6);
   EXPECT_THAT(Quat(0.001, 0, 0, 0).Inverse(), IsNear(Quat(1000, 0, 0, 0), 1e-12));
 }
@@ -266,21 +266,23 @@ TEST(TQuaternion, AVectorPartUpTo1eMinus6HasTheLogarithmZero) {
 }
 
 TEST(TQuaternion, TheLogarithmOfASquaredMagnitudeBelow1eMinus6Raises) {
-  EXPECT_THAT([] { TQuaternion().Log(); }, RaisesGeneralError("Divided by zero: 0.000000"));
-  EXPECT_THAT([] { Quat(0, 0, 9e-4, 0).Log(); }, RaisesGeneralError("Divided by zero: 0.000001"));
+  EXPECT_THAT(Calling([] { TQuaternion().Log(); }), RaisesGeneralError("Divided by zero: 0.000000"));
+  EXPECT_THAT(Calling([] { Quat(0, 0, 9e-4, 0).Log(); }), RaisesGeneralError("Divided by zero: 0.000001"));
 }
 
 TEST(TQuaternion, TheLogarithmOneUnitInTheLastPlaceOutsideTheCosinesRaises) {
   const double above = std::nextafter(1.0, 2.0);
-  EXPECT_THAT([&] { Quat(above, 2e-6, 0, 0).Log(); }, RaisesGeneralError(testing::StartsWith("Arc cosine of")));
-  EXPECT_THAT([&] { Quat(-above, 2e-6, 0, 0).Log(); }, RaisesGeneralError(testing::StartsWith("Arc cosine of")));
+  EXPECT_THAT(Calling([&] { Quat(above, 2e-6, 0, 0).Log(); }),
+              RaisesGeneralError(testing::StartsWith("Arc cosine of")));
+  EXPECT_THAT(Calling([&] { Quat(-above, 2e-6, 0, 0).Log(); }),
+              RaisesGeneralError(testing::StartsWith("Arc cosine of")));
   EXPECT_THAT(Quat(above, 1e-6, 0, 0).Log(), IsExactly(Pt(0, 0, 0)));
   EXPECT_THAT(Quat(1, 2e-6, 0, 0).Log(), IsExactly(Pt(0, 0, 0)));
 }
 
 // 0.9 divided by its squared magnitude 0.82 is more than 1.
 TEST(TQuaternion, TheLogarithmOfAShortQuaternionMayRaise) {
-  EXPECT_THAT([] { Quat(0.9, 0.1, 0, 0).Log(); }, RaisesGeneralError(testing::StartsWith("Arc cosine of")));
+  EXPECT_THAT(Calling([] { Quat(0.9, 0.1, 0, 0).Log(); }), RaisesGeneralError(testing::StartsWith("Arc cosine of")));
 }
 
 TEST(TQuaternion, TheExponentialIsCosineAndSine) {

@@ -5,6 +5,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using Test::TLocaleGuard;
 using testing::DoubleNear;
@@ -89,8 +90,8 @@ TEST(TEulerAng, ItemsAreTheAnglesThemselves) {
   EXPECT_THAT(angles.ToArray(), ElementsAre(1, 2, 3));
   const TEulerAng& constant = angles;
   EXPECT_EQ(constant.Items(2), 3);
-  EXPECT_THAT([&] { angles.Items(3); }, RaisesGeneralError("TEulerAng has the items 0 to 2, not 3"));
-  EXPECT_THAT([&] { constant.Items(-1); }, RaisesGeneralError("TEulerAng has the items 0 to 2, not -1"));
+  EXPECT_THAT(Calling([&] { angles.Items(3); }), RaisesGeneralError("TEulerAng has the items 0 to 2, not 3"));
+  EXPECT_THAT(Calling([&] { constant.Items(-1); }), RaisesGeneralError("TEulerAng has the items 0 to 2, not -1"));
 }
 
 // ---------------------------------------------------------------------------------------------- angles of a frame
@@ -111,7 +112,7 @@ TEST(TEulerAng, AxesNeedNotBeUnitVectors) {
 }
 
 TEST(TEulerAng, AxesThatAreNotPerpendicularRaise) {
-  EXPECT_THAT([] { TEulerAng::CreatebyXYVec(TPoint3D::Create(1, 0, 0), TPoint3D::Create(1, 1, 0)); },
+  EXPECT_THAT(Calling([] { TEulerAng::CreatebyXYVec(TPoint3D::Create(1, 0, 0), TPoint3D::Create(1, 1, 0)); }),
               RaisesGeneralError("CalcEulerAngZYXByVec ErrInput"));
 }
 
@@ -136,8 +137,10 @@ TEST(TEulerAng, AxesThatAreZeroOrNotFiniteRaise) {
   const TPoint3D good = TPoint3D::Create(1, 0, 0);
   for (const double bad : {0.0, std::nan(""), kInfinity}) {
     const TPoint3D axis = TPoint3D::Create(0, bad, 0);
-    EXPECT_THAT([&] { TEulerAng::CreatebyXYVec(good, axis); }, RaisesGeneralError("CalcEulerAngZYXByVec ErrInput"));
-    EXPECT_THAT([&] { TEulerAng::CreatebyXYVec(axis, good); }, RaisesGeneralError("CalcEulerAngZYXByVec ErrInput"));
+    EXPECT_THAT(Calling([&] { TEulerAng::CreatebyXYVec(good, axis); }),
+                RaisesGeneralError("CalcEulerAngZYXByVec ErrInput"));
+    EXPECT_THAT(Calling([&] { TEulerAng::CreatebyXYVec(axis, good); }),
+                RaisesGeneralError("CalcEulerAngZYXByVec ErrInput"));
   }
 }
 

@@ -8,6 +8,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::FileText;
 using Test::IsNearPose;
 using Test::RaisesGeneralError;
@@ -81,7 +82,8 @@ TEST(TEulerPointList, AFullDiskLeavesTheOldFileWholeAndNothingBesideIt) {
   for (int i = 0; i < 100; ++i) many.Add(i, i, i);
   {
     const TFileSizeLimit limit(1000);
-    EXPECT_THAT([&] { many.SaveToFile(file, 4); }, RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
+    EXPECT_THAT(Calling([&] { many.SaveToFile(file, 4); }),
+                RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
   }
   EXPECT_EQ(FileText(file), kTwoLines);
   EXPECT_EQ(folder.Count(), 1);
@@ -90,7 +92,8 @@ TEST(TEulerPointList, AFullDiskLeavesTheOldFileWholeAndNothingBesideIt) {
 TEST(TEulerPointList, SavingIntoAFolderThatIsNotThereRaises) {
   const TScratchFolder folder;
   const std::string file = folder.File("missing/poses.txt");
-  EXPECT_THAT([&] { TwoPoses().SaveToFile(file, 4); }, RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
+  EXPECT_THAT(Calling([&] { TwoPoses().SaveToFile(file, 4); }),
+              RaisesGeneralError(StartsWith("Cannot write file \"" + file)));
 }
 
 // ---------------------------------------------------------------------------------------------- loading
@@ -138,7 +141,7 @@ TEST(TEulerPointList, AFiveNumberLineStopsTheLoadNamesLine3AndKeepsTheTwoPosesBe
   WriteFile(file, "1,2,3,4,5,6\r\n2,2,3,4,5,6\r\n1,2,3,4,5\r\n4,2,3,4,5,6\r\n");
   TEulerPointList poses;
   poses.Add(9, 9, 9);
-  EXPECT_THAT([&] { poses.LoadFromFile(file); },
+  EXPECT_THAT(Calling([&] { poses.LoadFromFile(file); }),
               RaisesGeneralError("TPointSphereList LoadFromFile Fail: " + file +
                                  " Line 3. \r\nTEulerPoint Parse from string Failed(1,2,3,4,5). Error Item Number: 5"));
   ASSERT_EQ(poses.Count(), 2);
@@ -151,7 +154,7 @@ TEST(TEulerPointList, AnEmptyLineStopsTheLoad) {
   const std::string file = folder.File("poses.txt");
   WriteFile(file, "1,2,3,4,5,6\r\n\r\n");
   TEulerPointList poses;
-  EXPECT_THAT([&] { poses.LoadFromFile(file); },
+  EXPECT_THAT(Calling([&] { poses.LoadFromFile(file); }),
               RaisesGeneralError("TPointSphereList LoadFromFile Fail: " + file +
                                  " Line 2. \r\nTEulerPoint Parse from string Failed(). Error Item Number: 0"));
   EXPECT_EQ(poses.Count(), 1);
@@ -161,7 +164,7 @@ TEST(TEulerPointList, AMissingFileIsReportedAtLine1AndTheListIsEmpty) {
   const TScratchFolder folder;
   const std::string file = folder.File("missing.txt");
   TEulerPointList poses = TwoPoses();
-  EXPECT_THAT([&] { poses.LoadFromFile(file); },
+  EXPECT_THAT(Calling([&] { poses.LoadFromFile(file); }),
               RaisesGeneralError(StartsWith("TPointSphereList LoadFromFile Fail: " + file + " Line 1. \r\n")));
   EXPECT_EQ(poses.Count(), 0);
 }

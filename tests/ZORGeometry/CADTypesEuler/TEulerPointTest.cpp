@@ -5,6 +5,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::IsNearPose;
 using Test::RaisesGeneralError;
 using Test::TLocaleGuard;
@@ -37,8 +38,8 @@ TEST(TEulerPoint, ItemsAreTheComponentsThemselves) {
   for (int i = 0; i < 6; ++i) point.Items(i) = i + 1;
   EXPECT_EQ(point.ToArray(), kPoint.ToArray());
   EXPECT_EQ(kPoint.Items(3), 4);
-  EXPECT_THAT([&] { point.Items(6); }, RaisesGeneralError("TEulerPoint has the items 0 to 5, not 6"));
-  EXPECT_THAT([&] { kPoint.Items(-1); }, RaisesGeneralError("TEulerPoint has the items 0 to 5, not -1"));
+  EXPECT_THAT(Calling([&] { point.Items(6); }), RaisesGeneralError("TEulerPoint has the items 0 to 5, not 6"));
+  EXPECT_THAT(Calling([&] { kPoint.Items(-1); }), RaisesGeneralError("TEulerPoint has the items 0 to 5, not -1"));
 }
 
 TEST(TEulerPoint, PositionAndAnglesAreReadAndWrittenApart) {
@@ -103,31 +104,33 @@ TEST(TEulerPoint, SixNumbersParseWhateverPartsThem) {
 }
 
 TEST(TEulerPoint, AWrongNumberOfItemsRaisesWithTheTextAndTheNumber) {
-  EXPECT_THAT([] { TEulerPoint::Parse1033("1,2,3,4,5"); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse1033("1,2,3,4,5"); }),
               RaisesGeneralError("TEulerPoint Parse from string Failed(1,2,3,4,5). Error Item Number: 5"));
-  EXPECT_THAT([] { TEulerPoint::Parse("1,2,3"); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse("1,2,3"); }),
               RaisesGeneralError("TEulerPoint Parse from string Failed(1,2,3). Error Item Number: 3"));
-  EXPECT_THAT([] { TEulerPoint::Parse1033(""); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse1033(""); }),
               RaisesGeneralError("TEulerPoint Parse from string Failed(). Error Item Number: 0"));
-  EXPECT_THAT([] { TEulerPoint::Parse1033("1,2,3,4,5,6,"); }, RaisesGeneralError(EndsWith("Error Item Number: 7")));
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse1033("1,2,3,4,5,6,"); }),
+              RaisesGeneralError(EndsWith("Error Item Number: 7")));
 }
 
 TEST(TEulerPoint, AnItemThatIsNoNumberRaisesWithTheText) {
-  EXPECT_THAT([] { TEulerPoint::Parse1033("1,2,x,4,5,6"); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse1033("1,2,x,4,5,6"); }),
               RaisesGeneralError("TEulerPoint Parse from string Failed(1,2,x,4,5,6). "
                                  "'x' is not a valid floating point value"));
-  EXPECT_THAT([] { TEulerPoint::Parse1033("1,,3,4,5,6"); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse1033("1,,3,4,5,6"); }),
               RaisesGeneralError("TEulerPoint Parse from string Failed(1,,3,4,5,6). "
                                  "'' is not a valid floating point value"));
-  EXPECT_THAT([] { TEulerPoint::Parse1033("1,2,3,4,5,1e999"); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse1033("1,2,3,4,5,1e999"); }),
               RaisesGeneralError(EndsWith("'1e999' is too large for a floating point value")));
 }
 
 TEST(TEulerPoint, WithADecimalCommaNumbersStandInQuotes) {
   const TLocaleGuard guard(std::locale("de_DE.UTF-8"));
   EXPECT_THAT(TEulerPoint::Parse("\"1,5\",\"-2,25\",3,4,5,6").ToArray(), ElementsAre(1.5, -2.25, 3, 4, 5, 6));
-  EXPECT_THAT([] { TEulerPoint::Parse("1,5,2,3,4,5,6"); }, RaisesGeneralError(EndsWith("Error Item Number: 7")));
-  EXPECT_THAT([] { TEulerPoint::Parse("1.5,2,3,4,5,6"); },
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse("1,5,2,3,4,5,6"); }),
+              RaisesGeneralError(EndsWith("Error Item Number: 7")));
+  EXPECT_THAT(Calling([] { TEulerPoint::Parse("1.5,2,3,4,5,6"); }),
               RaisesGeneralError(EndsWith("'1.5' is not a valid floating point value")));
   EXPECT_EQ(TEulerPoint::Parse1033("1.5,2,3,4,5,6").X, 1.5);
 }

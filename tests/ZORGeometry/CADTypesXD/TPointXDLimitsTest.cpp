@@ -12,6 +12,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::IsExactPointXD;
 using Test::IsExactPose;
 using Test::PointBy;
@@ -40,8 +41,11 @@ TEST(TPointXD, NotANumberAndInfinityPassThroughArithmetic) {
 }
 
 TEST(TPointXD, AnAngleOfNotANumberRaises) {
-  EXPECT_THAT([] { PointOf({kNaN, 1}).AngleBetween(PointOf({1, 1})); }, RaisesGeneralError(testing::Ne("")));
-  EXPECT_THAT([] { PointOf({1, 1}).AngleBetween(PointOf({kInfinity, 1})); }, RaisesGeneralError(testing::Ne("")));
+  EXPECT_THAT(Calling([] { PointOf({kNaN, 1}).AngleBetween(PointOf({1, 1})); }), RaisesGeneralError(testing::Ne("")));
+  EXPECT_THAT(Calling([] {
+                PointOf({1, 1}).AngleBetween(PointOf({kInfinity, 1}));
+              }),
+              RaisesGeneralError(testing::Ne("")));
 }
 
 // ---------------------------------------------------------------------------------------------- dimensions out of range

@@ -11,6 +11,7 @@ namespace ZORBase {
 namespace {
 
 using Test::Bits;
+using Test::Calling;
 using Test::IsExactPointXD;
 using Test::IsExactPose;
 using Test::PointBy;
@@ -140,8 +141,8 @@ TEST(TPointXD, FromSpanTakes1To44Coordinates) {
   const std::span<const double> all(numbers);
   EXPECT_THAT(TPointXD::FromSpan(all.first(1)), IsExactPointXD(PointOf({2.5})));
   EXPECT_THAT(TPointXD::FromSpan(all.first(44)), IsExactPointXD(PointBy(44, [](int) { return 2.5; })));
-  EXPECT_THAT([&] { TPointXD::FromSpan(all); }, RaisesGeneralError(testing::HasSubstr("45")));
-  EXPECT_THAT([&] { TPointXD::FromSpan({}); }, RaisesGeneralError(testing::HasSubstr("0")));
+  EXPECT_THAT(Calling([&] { TPointXD::FromSpan(all); }), RaisesGeneralError(testing::HasSubstr("45")));
+  EXPECT_THAT(Calling([&] { TPointXD::FromSpan({}); }), RaisesGeneralError(testing::HasSubstr("0")));
 }
 
 TEST(TPointXD, CoordinatesAreThoseInUseAndCanBeWritten) {

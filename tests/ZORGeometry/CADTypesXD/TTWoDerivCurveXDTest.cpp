@@ -16,6 +16,7 @@ namespace {
 
 using Test::Arc;
 using Test::Bits;
+using Test::Calling;
 using Test::GeneralErrorOf;
 using Test::IsExactPointXD;
 using Test::IsNearPointXD;
@@ -211,7 +212,7 @@ TEST(TTWoDerivCurveXD, ACallbackMayNotBuildASecondCurve) {
   TTWoDerivCurveXD curve;
   curve.SetRenderPath([&](const TCubicBezXD&) {
     ++calls;
-    EXPECT_THAT([&] { curve.CreateCorss(path); }, RaisesGeneralError(testing::Ne("")));
+    EXPECT_THAT(Calling([&] { curve.CreateCorss(path); }), RaisesGeneralError(testing::Ne("")));
   });
   EXPECT_TRUE(curve.CreateCorss(path));
   EXPECT_EQ(calls, 4);
@@ -235,7 +236,7 @@ void ExpectRaises(const TPath& Path, const testing::Matcher<std::string>& Text) 
   int calls = 0;
   TTWoDerivCurveXD curve;
   curve.SetRenderPath([&](const TCubicBezXD&) { ++calls; });
-  EXPECT_THAT([&] { curve.CreateCorss(Path); }, RaisesGeneralError(Text));
+  EXPECT_THAT(Calling([&] { curve.CreateCorss(Path); }), RaisesGeneralError(Text));
   EXPECT_EQ(calls, 0);
   EXPECT_EQ(curve.CtrlPtList().Count(), 0);
   EXPECT_EQ(curve.PtLenList().Count(), 0);
@@ -317,7 +318,7 @@ TEST(TTWoDerivCurveXD, ASecondCurveRaisesAndLeavesTheFirst) {
   const TList<TPointXD> tangents = first.Curve.BezDerivList();
   const TDoubleList weights = first.Curve.BezWeightList();
   for (const TPath& path : {Arc(5, 20, 0.2), Arc(9, 10, 0.3)}) {
-    EXPECT_THAT([&] { first.Curve.CreateCorss(path); }, RaisesGeneralError(testing::Ne("")));
+    EXPECT_THAT(Calling([&] { first.Curve.CreateCorss(path); }), RaisesGeneralError(testing::Ne("")));
     EXPECT_EQ(first.Segments.size(), 8u);
     EXPECT_EQ(first.Curve.CtrlPtList().Count(), 9);
     EXPECT_EQ(first.Curve.PtLenList().Count(), 8);
@@ -325,7 +326,7 @@ TEST(TTWoDerivCurveXD, ASecondCurveRaisesAndLeavesTheFirst) {
     ASSERT_EQ(first.Curve.BezDerivList().Count(), 9);
     for (int i = 0; i < 9; ++i) EXPECT_THAT(first.Curve.BezDerivList()[i], IsExactPointXD(tangents[i]));
   }
-  EXPECT_THAT([&] { first.Curve.CreateCorss(first.Curve.CtrlPtList()); }, RaisesGeneralError(testing::Ne("")));
+  EXPECT_THAT(Calling([&] { first.Curve.CreateCorss(first.Curve.CtrlPtList()); }), RaisesGeneralError(testing::Ne("")));
 }
 
 TEST(TTWoDerivCurveXD, DimensionsOutOfRangeStayInsideTheRecords) {

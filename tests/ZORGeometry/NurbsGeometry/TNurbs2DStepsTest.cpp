@@ -9,6 +9,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::ClampedKnots;
 using Test::RaisesGeneralError;
 
@@ -61,7 +62,7 @@ TEST(TNurbs2DSteps, ParametersWithoutAPlaceForEveryPointRaise) {
   for (const TSpread spread : kPlaneSpreads) {
     std::array<double, 3> params{7, 7, 7};
     double length = 7;
-    EXPECT_THAT([&] { spread(kUnevenPath, params, length); },
+    EXPECT_THAT(Calling([&] { spread(kUnevenPath, params, length); }),
                 RaisesGeneralError("TNurbs2D.CurveParalize: 4 points, but places for 3 parameters"));
     EXPECT_THAT(params, testing::Each(7));
     EXPECT_EQ(length, 7);
@@ -83,10 +84,10 @@ TEST(TNurbs2DSteps, SolvingRaisesForArraysThatAreTooShortAndTouchesNothing) {
   std::vector<TPoint2D> P(6, TPoint2D{7, 7});
   const auto tooShort = RaisesGeneralError(
       "TNurbs2D.SolveTridiagonal: n is below 3, or the points, knots or control points do not reach for it");
-  EXPECT_THAT([&] { TNurbs2D::SolveTridiagonal(2, kUnevenPath, U, P); }, tooShort);
-  EXPECT_THAT([&] { TNurbs2D::SolveTridiagonal(4, kUnevenPath, U, P); }, tooShort);
-  EXPECT_THAT([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U.first(9), P); }, tooShort);
-  EXPECT_THAT([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, std::span(P).first(5)); }, tooShort);
+  EXPECT_THAT(Calling([&] { TNurbs2D::SolveTridiagonal(2, kUnevenPath, U, P); }), tooShort);
+  EXPECT_THAT(Calling([&] { TNurbs2D::SolveTridiagonal(4, kUnevenPath, U, P); }), tooShort);
+  EXPECT_THAT(Calling([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U.first(9), P); }), tooShort);
+  EXPECT_THAT(Calling([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, std::span(P).first(5)); }), tooShort);
   for (const TPoint2D& point : P) EXPECT_TRUE(IsSamePlace(point, {7, 7}));
 }
 
@@ -94,7 +95,7 @@ TEST(TNurbs2DSteps, SolvingNamesPointsWhoseKnotsAreTooClose) {
   const std::vector<double> U = {0, 0, 0, 0, 0.5, 0.5 + 5e-7, 1, 1, 1, 1};
   std::vector<TPoint2D> P(6, TPoint2D{7, 7});
   EXPECT_THAT(
-      [&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, P); },
+      Calling([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, P); }),
       RaisesGeneralError("Error TNurbs2D.CreateCross: the points 1 and 2 (counted from 0) are closer than 1e-6 of "
                          "the path; drop one of them or divide the path"));
   for (const TPoint2D& point : P) EXPECT_TRUE(IsSamePlace(point, {7, 7}));
@@ -104,7 +105,7 @@ TEST(TNurbs2DSteps, SolvingRaisesForKnotsThatAreNoNumbers) {
   for (const double bad : {kNaN, kInfinity}) {
     const std::vector<double> U = {0, 0, 0, 0, 0.5, bad, 1, 1, 1, 1};
     std::vector<TPoint2D> P(6, TPoint2D{7, 7});
-    EXPECT_THAT([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, P); },
+    EXPECT_THAT(Calling([&] { TNurbs2D::SolveTridiagonal(3, kUnevenPath, U, P); }),
                 RaisesGeneralError(testing::HasSubstr("closer than 1e-6 of the path")));
     for (const TPoint2D& point : P) EXPECT_TRUE(IsSamePlace(point, {7, 7}));
   }
@@ -115,9 +116,9 @@ TEST(TNurbs2DSteps, SolvingRaisesForKnotsThatAreNoNumbers) {
 TEST(TNurbs2DRefuses, NeighboursCloserThanAMillionthOfThePath) {
   TNurbs2D curve;
   EXPECT_THAT(
-      [&] {
+      Calling([&] {
         curve.CreateCross({{0, 0}, {1e4, 0}, {1e4 + 0.005, 0}, {2e4, 0}}, mChord);
-      },
+      }),
       RaisesGeneralError("Error TNurbs2D.CreateCross: the points 1 and 2 (counted from 0) are closer than 1e-6 of "
                          "the path; drop one of them or divide the path"));
   EXPECT_EQ(curve.pCount(), 0);
@@ -126,9 +127,9 @@ TEST(TNurbs2DRefuses, NeighboursCloserThanAMillionthOfThePath) {
 TEST(TNurbs2DRefuses, MorePointsThanAreGiven) {
   TNurbs2D curve = PlaneCurve();
   const std::vector<TPoint2D> points(4);
-  EXPECT_THAT([&] { curve.CreateByCtlPoints(ClampedKnots(4), points, 5); },
+  EXPECT_THAT(Calling([&] { curve.CreateByCtlPoints(ClampedKnots(4), points, 5); }),
               RaisesGeneralError("TNurbs2D.CreateByCtlPoints: 5 points asked for, 4 given"));
-  EXPECT_THAT([&] { curve.CreateByCtlPoints(ClampedKnots(4), points, -1); },
+  EXPECT_THAT(Calling([&] { curve.CreateByCtlPoints(ClampedKnots(4), points, -1); }),
               RaisesGeneralError("TNurbs2D.CreateByCtlPoints: -1 points asked for, 4 given"));
   EXPECT_EQ(curve.pCount(), 6);
 }
@@ -137,27 +138,26 @@ TEST(TNurbs2DRefuses, ResultsWithoutRoom) {
   const TNurbs2D curve = PlaneCurve();
   std::array<TPoint2D, 3> room;
   room.fill({7, 7});
-  EXPECT_THAT([&] { curve.CurveDerivsAlg1(0.5, room); },
+  EXPECT_THAT(Calling([&] { curve.CurveDerivsAlg1(0.5, room); }),
               RaisesGeneralError("TNurbs2D.CurveDerivsAlg1: the result needs 4 places"));
-  EXPECT_THAT(
-      [&] {
-        curve.EvalPoints(std::array{0.1, 0.2, 0.3, 0.4}, room);
-      },
-      RaisesGeneralError("TNurbs2D.EvalPoints: 4 parameters, but places for 3 points"));
+  EXPECT_THAT(Calling([&] {
+                curve.EvalPoints(std::array{0.1, 0.2, 0.3, 0.4}, room);
+              }),
+              RaisesGeneralError("TNurbs2D.EvalPoints: 4 parameters, but places for 3 points"));
   for (const TPoint2D& point : room) EXPECT_TRUE(IsSamePlace(point, {7, 7}));
 }
 
 TEST(TNurbs2DRefuses, KnotIntervalsThatAreEmptyOrNotThere) {
   const TNurbs2D curve = PlaneCurve();
   for (const int span : {-1, 2, 6, kLargestInt, kSmallestInt}) {
-    EXPECT_THAT([&] { curve.SpanBezier(span); },
+    EXPECT_THAT(Calling([&] { curve.SpanBezier(span); }),
                 RaisesGeneralError("TNurbs2D.SpanBezier: the knot interval " + std::to_string(span) +
                                    " is empty, or does not exist"));
   }
   TNurbs2D doubled;
   const std::vector<TPoint2D> points = {{0, 0}, {1, 0}, {2, 1}, {3, 0}, {4, 0}, {5, 1}};
   ASSERT_TRUE(doubled.CreateByCtlPoints(std::array{0.0, 0.0, 0.0, 0.0, 0.5, 0.5, 1.0, 1.0, 1.0, 1.0}, points, 6));
-  EXPECT_THAT([&] { doubled.SpanBezier(4); }, RaisesGeneralError(testing::HasSubstr("interval 4 is empty")));
+  EXPECT_THAT(Calling([&] { doubled.SpanBezier(4); }), RaisesGeneralError(testing::HasSubstr("interval 4 is empty")));
   EXPECT_NO_THROW(doubled.SpanBezier(5));
 }
 
@@ -165,7 +165,7 @@ TEST(TNurbs2DRefuses, AParameterBeforeTheFirstKnot) {
   TNurbs2D curve;
   const std::vector<TPoint2D> points = {{0, 0}, {1, 0}, {2, 1}, {3, 0}};
   ASSERT_TRUE(curve.CreateByCtlPoints(std::array{0.25, 0.25, 0.25, 0.25, 1.0, 1.0, 1.0, 1.0}, points, 4));
-  EXPECT_THAT([&] { curve.EvalPoint(0.125); },
+  EXPECT_THAT(Calling([&] { curve.EvalPoint(0.125); }),
               RaisesGeneralError("TNurbs2D.EvalPoint: the parameter 0.12500000000000000 lies before the first knot"));
 }
 
@@ -173,13 +173,13 @@ TEST(TNurbs2DRefuses, WhateverNeedsControlPointsWithoutThem) {
   TNurbs2D curve;
   const auto none = RaisesGeneralError("TNurbs2D: the curve has no control points yet");
   std::array<TPoint2D, 4> CK;
-  EXPECT_THAT([&] { curve.EvalPoint(0.5); }, none);
-  EXPECT_THAT([&] { curve.EvalPoints({}, CK); }, none);
-  EXPECT_THAT([&] { curve.CurveDerivsAlg1(0.5, CK); }, none);
-  EXPECT_THAT([&] { curve.ClosestPoint({}); }, none);
-  EXPECT_THAT([&] { curve.GetIsClosed(); }, none);
-  EXPECT_THAT([&] { curve.Reverse(); }, none);
-  EXPECT_THAT([&] { curve.InitLengthByUArray(); }, none);
+  EXPECT_THAT(Calling([&] { curve.EvalPoint(0.5); }), none);
+  EXPECT_THAT(Calling([&] { curve.EvalPoints({}, CK); }), none);
+  EXPECT_THAT(Calling([&] { curve.CurveDerivsAlg1(0.5, CK); }), none);
+  EXPECT_THAT(Calling([&] { curve.ClosestPoint({}); }), none);
+  EXPECT_THAT(Calling([&] { curve.GetIsClosed(); }), none);
+  EXPECT_THAT(Calling([&] { curve.Reverse(); }), none);
+  EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }), none);
 }
 
 // ---------------------------------------------------------------------------------------------- knots that are no fit's

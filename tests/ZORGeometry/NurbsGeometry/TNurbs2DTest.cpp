@@ -12,6 +12,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::IsExactPose;
 using Test::RaisesGeneralError;
 
@@ -174,7 +175,7 @@ TEST(TNurbs2D, EqualNeighboursRaiseForEveryParametrisationAndLeaveTheCurve) {
   for (const TParalizeMethod method : {mEqually, mChord, mCentripetal, static_cast<TParalizeMethod>(9)}) {
     TNurbs2D curve = CurveThrough(kStraight);
     const TList<TPoint2D> points = {{0, 0}, {1, 0}, {1, 0.9e-6}, {2, 5}};
-    EXPECT_THAT([&] { curve.CreateCross(points, method); },
+    EXPECT_THAT(Calling([&] { curve.CreateCross(points, method); }),
                 RaisesGeneralError("Error TNurbs2D.CreateCross PtList distance is 0"));
     EXPECT_NEAR(curve.CurveLength(), 3, 1e-13);
   }
@@ -183,11 +184,10 @@ TEST(TNurbs2D, EqualNeighboursRaiseForEveryParametrisationAndLeaveTheCurve) {
 TEST(TNurbs2D, PointsThatCannotBeMeasuredRaise) {
   for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity(), 1e155}) {
     TNurbs2D curve;
-    EXPECT_THAT(
-        [&] {
-          curve.CreateCross({{0, 0}, {1, 0}, {2, bad}, {3, 0}}, mChord);
-        },
-        RaisesGeneralError(testing::HasSubstr("point 2 (counted from 0) is not finite")));
+    EXPECT_THAT(Calling([&] {
+                  curve.CreateCross({{0, 0}, {1, 0}, {2, bad}, {3, 0}}, mChord);
+                }),
+                RaisesGeneralError(testing::HasSubstr("point 2 (counted from 0) is not finite")));
   }
 }
 
@@ -209,7 +209,7 @@ TEST(TNurbs2D, AssignTakesOverAnotherPlaneCurveAndNothingElse) {
   curve.Assign(source);
   EXPECT_EQ(curve.CurveLength(), source.CurveLength());
   EXPECT_EQ(curve.EvalPoint(0.3).X, source.EvalPoint(0.3).X);
-  EXPECT_THAT([&] { curve.Assign(TNurbs6D()); }, RaisesGeneralError("Cannot assign a TNurbs6D to a TNurbs2D"));
+  EXPECT_THAT(Calling([&] { curve.Assign(TNurbs6D()); }), RaisesGeneralError("Cannot assign a TNurbs6D to a TNurbs2D"));
   EXPECT_EQ(curve.CurveLength(), source.CurveLength());
 }
 

@@ -8,6 +8,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::ClampedKnots;
 using Test::CurveThrough;
 using Test::GeneralErrorOf;
@@ -49,7 +50,7 @@ void ExpectFitRaises(const TPoint6DList& Poses, TParalizeMethod Method, const TT
   std::array<TNurbs6D, 2> curves = {UsedCurve(), TNurbs6D()};
   for (TNurbs6D& curve : curves) {
     const TCurveState before = StateOf(curve);
-    EXPECT_THAT([&] { curve.CreateCross(&Poses, Method); }, RaisesGeneralError(Text)) << "method " << Method;
+    EXPECT_THAT(Calling([&] { curve.CreateCross(&Poses, Method); }), RaisesGeneralError(Text)) << "method " << Method;
     EXPECT_THAT(curve, HasState(before)) << "method " << Method;
   }
 }
@@ -176,7 +177,7 @@ TEST(TNurbs6D, TooManyPosesForTheUnitIntervalRaise) {
   TNurbs6D curve = UsedCurve();
   const TCurveState before = StateOf(curve);
   for (const TParalizeMethod method : kAllMethods) {
-    EXPECT_THAT([&] { curve.CreateCross(&poses, method); }, RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { curve.CreateCross(&poses, method); }), RaisesGeneralError(_));
     EXPECT_THAT(curve, HasState(before));
   }
 }
@@ -188,8 +189,8 @@ TEST(TNurbs6D, ParametersWithoutAPlaceForEveryPoseRaise) {
   for (const TParalizeMethod method : kAllMethods) {
     std::array<double, 4> t = {7, 7, 7, 7};
     double length = 7;
-    EXPECT_THAT([&] { TNurbs6D::CurveParalize(poses, t, length, method); }, RaisesGeneralError(_));
-    EXPECT_THAT([&] { TNurbs6D::CurveParalize(poses, {}, length, method); }, RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { TNurbs6D::CurveParalize(poses, t, length, method); }), RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { TNurbs6D::CurveParalize(poses, {}, length, method); }), RaisesGeneralError(_));
     EXPECT_THAT(t, ElementsAre(7, 7, 7, 7));
     EXPECT_EQ(length, 7);
   }
@@ -215,7 +216,8 @@ TEST(TNurbs6D, SolveTridiagonalRaisesForArraysThatAreTooShortAndTouchesNothing) 
   const std::vector<TPoint6D> before = P;
   const auto expectRaises = [&](int n, const TPoint6DList& Poses, std::span<const double> Knots,
                                 std::span<TPoint6D> Places) {
-    EXPECT_THAT([&] { TNurbs6D::SolveTridiagonal(n, Poses, Knots, Places); }, RaisesGeneralError(_)) << "n = " << n;
+    EXPECT_THAT(Calling([&] { TNurbs6D::SolveTridiagonal(n, Poses, Knots, Places); }), RaisesGeneralError(_))
+        << "n = " << n;
     EXPECT_TRUE(std::ranges::equal(P, before, IsSamePose)) << "n = " << n;
   };
   for (const int n : {2, 1, 0, -1, 5, 6, kSmallestInt, kLargestInt, kLargestInt - 6}) expectRaises(n, Q, U, P);
@@ -235,7 +237,8 @@ TEST(TNurbs6D, SolveTridiagonalNamesTheTwoPosesWhoseKnotsAreTooCloseAndTouchesNo
     if (first == 4) U[at] = 1 - 5e-7;
     std::vector<TPoint6D> P(8, TPoint6D::FOnes);
     const std::string both = "\\b" + std::to_string(first) + "\\b.*\\b" + std::to_string(first + 1) + "\\b";
-    EXPECT_THAT([&] { TNurbs6D::SolveTridiagonal(5, Q, U, P); }, RaisesGeneralError(ContainsRegex(both))) << first;
+    EXPECT_THAT(Calling([&] { TNurbs6D::SolveTridiagonal(5, Q, U, P); }), RaisesGeneralError(ContainsRegex(both)))
+        << first;
     for (const TPoint6D& point : P) EXPECT_THAT(point, IsExactPose(TPoint6D::FOnes)) << first;
   }
 }
@@ -246,7 +249,7 @@ TEST(TNurbs6D, SolveTridiagonalRaisesForKnotsThatAreNoNumbers) {
     std::vector<double> U = {0, 0, 0, 0, 0.2, 0.4, 0.6, 0.8, 1, 1, 1, 1};
     U[6] = bad;
     std::vector<TPoint6D> P(8, TPoint6D::FOnes);
-    EXPECT_THAT([&] { TNurbs6D::SolveTridiagonal(5, Q, U, P); }, RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { TNurbs6D::SolveTridiagonal(5, Q, U, P); }), RaisesGeneralError(_));
     for (const TPoint6D& point : P) EXPECT_THAT(point, IsExactPose(TPoint6D::FOnes));
   }
 }
@@ -278,8 +281,9 @@ TEST(TNurbs6D, APointCountThatDoesNotFitRaisesAndKeepsTheCurve) {
   const TDoubleList knotList{std::span<const double>(knots)};
   const TList<TPoint6D> pointList{std::span<const TPoint6D>(points)};
   for (const int count : {-1, 6, kSmallestInt, kLargestInt, kLargestInt - 3}) {
-    EXPECT_THAT([&] { curve.CreateByCtlPoints(knots, points, count); }, RaisesGeneralError(_)) << count;
-    EXPECT_THAT([&] { curve.CreateByCtlPoints(&knotList, &pointList, count); }, RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { curve.CreateByCtlPoints(knots, points, count); }), RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { curve.CreateByCtlPoints(&knotList, &pointList, count); }), RaisesGeneralError(_))
+        << count;
     EXPECT_THAT(curve, HasState(before)) << count;
   }
 }
@@ -289,10 +293,10 @@ TEST(TNurbs6D, TooFewControlPointsForACubicRaiseOnlyWhereASpanIsNeeded) {
     const std::vector<double> knots(static_cast<std::size_t>(count + 4), 0.5);
     TNurbs6D curve;
     ASSERT_TRUE(curve.CreateByCtlPoints(knots, NumberedPoints(count), count));
-    EXPECT_THAT([&] { curve.EvalPoint(0.5); }, RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { curve.EvalPoint(0.5); }), RaisesGeneralError(_)) << count;
     std::array<TPoint6D, 4> CK;
-    EXPECT_THAT([&] { curve.CurveDerivsAlg1(0.5, CK); }, RaisesGeneralError(_)) << count;
-    EXPECT_THAT([&] { curve.InitLengthByUArray(); }, RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { curve.CurveDerivsAlg1(0.5, CK); }), RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }), RaisesGeneralError(_)) << count;
     EXPECT_EQ(curve.SUTable().Count(), 0);
     if (count == 0) continue;
     EXPECT_EQ(curve.EvalPoint(1).X, count);
@@ -304,14 +308,14 @@ TEST(TNurbs6D, TooFewControlPointsForACubicRaiseOnlyWhereASpanIsNeeded) {
 TEST(TNurbs6D, WithoutControlPointsWhateverNeedsOneRaises) {
   TNurbs6D curve;
   for (const double u : {-1.0, 0.0, 0.5, 1.0, 2.0, kNoNumber}) {
-    EXPECT_THAT([&] { curve.EvalPoint(u); }, RaisesGeneralError(_)) << u;
+    EXPECT_THAT(Calling([&] { curve.EvalPoint(u); }), RaisesGeneralError(_)) << u;
     std::array<TPoint6D, 4> CK;
     CK.fill(TPoint6D::FOnes);
-    EXPECT_THAT([&] { curve.CurveDerivsAlg1(u, CK); }, RaisesGeneralError(_)) << u;
+    EXPECT_THAT(Calling([&] { curve.CurveDerivsAlg1(u, CK); }), RaisesGeneralError(_)) << u;
     for (const TPoint6D& point : CK) EXPECT_THAT(point, IsExactPose(TPoint6D::FOnes));
   }
-  EXPECT_THAT([&] { curve.GetIsClosed(); }, RaisesGeneralError(_));
-  EXPECT_THAT([&] { curve.Reverse(); }, RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { curve.GetIsClosed(); }), RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { curve.Reverse(); }), RaisesGeneralError(_));
   EXPECT_THAT(curve, HasState(StateOf(TNurbs6D())));
 }
 
@@ -319,8 +323,8 @@ TEST(TNurbs6D, TooFewPlacesForTheDerivativesRaise) {
   const TNurbs6D curve = UsedCurve();
   std::array<TPoint6D, 3> CK;
   CK.fill(TPoint6D::FOnes);
-  EXPECT_THAT([&] { curve.CurveDerivsAlg1(0.5, CK); }, RaisesGeneralError(_));
-  EXPECT_THAT([&] { curve.CurveDerivsAlg1(0.5, {}); }, RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { curve.CurveDerivsAlg1(0.5, CK); }), RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { curve.CurveDerivsAlg1(0.5, {}); }), RaisesGeneralError(_));
   for (const TPoint6D& point : CK) EXPECT_THAT(point, IsExactPose(TPoint6D::FOnes));
 }
 
@@ -344,7 +348,8 @@ TEST(TNurbs6D, KnotsThatAreNotFiniteEndWithAPointOrTheGeneralErrorAndAreNotMeasu
         GeneralErrorOf([&] { curve.EvalPoint(u); });
         GeneralErrorOf([&] { curve.CurveDerivsAlg1(u, CK); });
       }
-      EXPECT_THAT([&] { curve.InitLengthByUArray(); }, RaisesGeneralError(HasSubstr("knot " + std::to_string(at))));
+      EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }),
+                  RaisesGeneralError(HasSubstr("knot " + std::to_string(at))));
       EXPECT_THAT(curve, HasState(before));
     }
   }
@@ -355,7 +360,7 @@ TEST(TNurbs6D, FallingKnotsAreNotMeasured) {
   ASSERT_TRUE(
       curve.CreateByCtlPoints(std::array{0.0, 0.0, 0.0, 0.0, 0.6, 0.3, 1.0, 1.0, 1.0, 1.0}, NumberedPoints(6), 6));
   const TCurveState before = StateOf(curve);
-  EXPECT_THAT([&] { curve.InitLengthByUArray(); }, RaisesGeneralError(HasSubstr("knot 5 ")));
+  EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }), RaisesGeneralError(HasSubstr("knot 5 ")));
   EXPECT_THAT(curve, HasState(before));
 }
 
@@ -363,7 +368,7 @@ TEST(TNurbs6D, AParameterBeforeTheFirstKnotRaises) {
   TNurbs6D curve;
   ASSERT_TRUE(curve.CreateByCtlPoints(std::array{0.25, 0.25, 0.25, 0.25, 1.0, 1.0, 1.0, 1.0}, NumberedPoints(4), 4));
   for (const double u : {0.1, std::nextafter(0.25, 0)}) {
-    EXPECT_THAT([&] { curve.EvalPoint(u); }, RaisesGeneralError(HasSubstr("before the first knot"))) << u;
+    EXPECT_THAT(Calling([&] { curve.EvalPoint(u); }), RaisesGeneralError(HasSubstr("before the first knot"))) << u;
   }
   EXPECT_EQ(curve.EvalPoint(0.25).X, 1);
   EXPECT_EQ(curve.EvalPoint(0).X, 1);

@@ -10,6 +10,7 @@ namespace {
 
 using Test::AnyMethod;
 using Test::AnyPoses;
+using Test::Calling;
 using Test::ClampedKnots;
 using Test::CurveOf;
 using Test::CurveThrough;
@@ -247,7 +248,7 @@ TEST(TNurbs6D, ACurveAssignedToItselfStays) {
 TEST(TNurbs6D, AssignOfAnotherClassRaisesAndKeepsTheCurve) {
   TNurbs6D curve = SomeCurve();
   const TCurveState before = StateOf(curve);
-  EXPECT_THAT([&] { curve.Assign(TNurbsBasicFunc()); },
+  EXPECT_THAT(Calling([&] { curve.Assign(TNurbsBasicFunc()); }),
               RaisesGeneralError("Cannot assign a TNurbsBasicFunc to a TNurbs6D"));
   EXPECT_THAT(curve, HasState(before));
 }

@@ -16,6 +16,7 @@ namespace {
 
 using Test::AnyMethod;
 using Test::AnyPoses;
+using Test::Calling;
 using Test::ClampedKnots;
 using Test::CurveOf;
 using Test::CurveThrough;
@@ -183,8 +184,8 @@ TEST(TNurbs6D, ParamOfLengthIsThatOfTheTableWithAndWithoutACursor) {
 // No row is near to no number, so the bisection ends at the last two rows; those of a fit are the same.
 TEST(TNurbs6D, NoNumberAsALengthOrParameterRaises) {
   const TNurbs6D curve = RandomCurve(TPathKind::Walk, 10);
-  EXPECT_THAT([&] { curve.GetUByS(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
-  EXPECT_THAT([&] { curve.GetSByU(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { curve.GetUByS(std::nan("")); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { curve.GetSByU(std::nan("")); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 /// How far s -> u -> s may miss around S. Between two rows both cubics run through the rows, with the slopes m0 and m1 there
@@ -243,12 +244,12 @@ TEST(TNurbs6D, WithoutATableThereIsNoLength) {
   const TNurbs6D given = CurveOf(NumberedPoints(5));
   const TNurbs6D empty;
   for (const TNurbs6D* curve : {&given, &empty}) {
-    EXPECT_THAT([&] { curve->CurveLength(); }, RaisesGeneralError(_));
-    EXPECT_THAT([&] { curve->GetCurveLength(); }, RaisesGeneralError(_));
-    EXPECT_THAT([&] { curve->GetSByU(0.5); }, RaisesGeneralError("List index out of bounds (0)"));
-    EXPECT_THAT([&] { curve->GetUByS(0.5); }, RaisesGeneralError("List index out of bounds (0)"));
-    EXPECT_THAT([&] { curve->LengthOfParam(0, 1); }, RaisesGeneralError(_));
-    EXPECT_THAT([&] { curve->ParamOfLength(1); }, RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { curve->CurveLength(); }), RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { curve->GetCurveLength(); }), RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { curve->GetSByU(0.5); }), RaisesGeneralError("List index out of bounds (0)"));
+    EXPECT_THAT(Calling([&] { curve->GetUByS(0.5); }), RaisesGeneralError("List index out of bounds (0)"));
+    EXPECT_THAT(Calling([&] { curve->LengthOfParam(0, 1); }), RaisesGeneralError(_));
+    EXPECT_THAT(Calling([&] { curve->ParamOfLength(1); }), RaisesGeneralError(_));
   }
 }
 
@@ -270,7 +271,7 @@ TEST(TNurbs6D, ATableOfMoreThan64MillionRowsIsRefusedWithItsFiguresBeforeAnythin
   const TCurveState before = StateOf(curve);
   const long peakBefore = PeakKilobytes();
   // three chords of 23333333 steps, six empty intervals and the first row
-  EXPECT_THAT([&] { curve.CreateCross(&poses, mChord); },
+  EXPECT_THAT(Calling([&] { curve.CreateCross(&poses, mChord); }),
               RaisesGeneralError(AllOf(HasSubstr("2100000"), HasSubstr("0.03"), HasSubstr("70000006"))));
   EXPECT_LT(PeakKilobytes() - peakBefore, 100000);
   EXPECT_THAT(curve, HasState(before));
@@ -291,7 +292,7 @@ TEST(TNurbs6D, TheTableOfPosesWithRowsHasThatManyRows) {
 TEST(TNurbs6D, ATableOfOneRowMoreThan64MillionIsRefused) {
   const TPoint6DList poses = PosesWithRows(64'000'001);
   TNurbs6D curve;
-  EXPECT_THAT([&] { curve.CreateCross(&poses, mChord); }, RaisesGeneralError(HasSubstr("64000001")));
+  EXPECT_THAT(Calling([&] { curve.CreateCross(&poses, mChord); }), RaisesGeneralError(HasSubstr("64000001")));
 }
 
 #if defined(__linux__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && !defined(__clang__)
@@ -319,7 +320,7 @@ TEST(TNurbs6D, MeasuringGivenControlPointsThatAreTooLongKeepsTheTable) {
   points[4].X = 2e6;
   ASSERT_TRUE(curve.CreateByCtlPoints(ClampedKnots(5), points, 5));
   const TCurveState before = StateOf(curve);
-  EXPECT_THAT([&] { curve.InitLengthByUArray(); }, RaisesGeneralError(HasSubstr("0.03")));
+  EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }), RaisesGeneralError(HasSubstr("0.03")));
   EXPECT_THAT(curve, HasState(before));
 }
 
@@ -329,7 +330,7 @@ TEST(TNurbs6D, PathsOfAnyLengthAreRefusedWithoutCountingPastAnyNumber) {
     for (int i = 0; i < 4; ++i) poses.Add(size * i, 0, 0);
     TNurbs6D curve;
     const TCurveState before = StateOf(curve);
-    EXPECT_THAT([&] { curve.CreateCross(&poses, mChord); }, RaisesGeneralError(HasSubstr("0.03"))) << size;
+    EXPECT_THAT(Calling([&] { curve.CreateCross(&poses, mChord); }), RaisesGeneralError(HasSubstr("0.03"))) << size;
     EXPECT_THAT(curve, HasState(before));
   }
 }
@@ -341,14 +342,14 @@ TEST(TNurbs6D, ControlPointsThatAreNotFiniteAreNotMeasured) {
     TNurbs6D curve = RandomCurve(TPathKind::Walk, 8);
     ASSERT_TRUE(curve.CreateByCtlPoints(ClampedKnots(5), points, 5));
     const TCurveState before = StateOf(curve);
-    EXPECT_THAT([&] { curve.InitLengthByUArray(); }, RaisesGeneralError(_)) << bad;
+    EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }), RaisesGeneralError(_)) << bad;
     EXPECT_THAT(curve, HasState(before));
   }
 }
 
 TEST(TNurbs6D, WithoutControlPointsThereIsNothingToMeasure) {
   TNurbs6D curve;
-  EXPECT_THAT([&] { curve.InitLengthByUArray(); }, RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { curve.InitLengthByUArray(); }), RaisesGeneralError(_));
   EXPECT_EQ(curve.SUTable().Count(), 0);
 }
 

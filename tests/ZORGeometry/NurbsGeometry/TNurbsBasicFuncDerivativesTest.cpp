@@ -9,6 +9,7 @@ namespace {
 using Test::AnyClampedKnots;
 using Test::AnyParameter;
 using Test::BasisOf;
+using Test::Calling;
 using Test::kTwoSpans;
 using Test::RaisesGeneralError;
 using Test::RecursiveBasis;
@@ -128,11 +129,12 @@ TEST(TNurbsBasicFunc, DerivativesOutsideTheTablesRaiseAndTouchNothing) {
     Double2DArray ders{};
     for (auto& row : ders) row.fill(7);
     const auto derive = [&basis, &ders, i = span, p = degree, n = order] { basis.DersBasciFuns(i, 0.25, p, n, ders); };
-    EXPECT_THAT(derive, RaisesGeneralError(_)) << "span " << span << ", degree " << degree << ", order " << order;
+    EXPECT_THAT(Calling(derive), RaisesGeneralError(_))
+        << "span " << span << ", degree " << degree << ", order " << order;
     for (const auto& row : ders) EXPECT_THAT(row, ElementsAre(7, 7, 7, 7));
   }
   Double2DArray ders{};
-  EXPECT_THAT([&] { TNurbsBasicFunc().DersBasciFuns(3, 0.5, 3, 3, ders); }, RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { TNurbsBasicFunc().DersBasciFuns(3, 0.5, 3, 3, ders); }), RaisesGeneralError(_));
 }
 
 TEST(TNurbsBasicFunc, TheOutermostSpansWithEnoughKnotsHaveDerivatives) {

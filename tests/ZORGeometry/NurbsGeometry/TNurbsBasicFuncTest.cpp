@@ -11,6 +11,7 @@ namespace {
 using Test::AnyClampedKnots;
 using Test::AnyParameter;
 using Test::BasisOf;
+using Test::Calling;
 using Test::GeneralErrorOf;
 using Test::kTwoSpans;
 using Test::RaisesGeneralError;
@@ -69,8 +70,8 @@ TEST(TNurbsBasicFunc, ACountThatDoesNotFitRaisesAndKeepsTheKnots) {
   const TDoubleList list{1, 2, 3};
   const std::array array{1.0, 2.0, 3.0};
   for (const int count : {-1, 4, kSmallestInt, kLargestInt}) {
-    EXPECT_THAT([&] { basis.CreateCross(list, count); }, RaisesGeneralError(_)) << count;
-    EXPECT_THAT([&] { basis.CreateCross(array, count); }, RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { basis.CreateCross(list, count); }), RaisesGeneralError(_)) << count;
+    EXPECT_THAT(Calling([&] { basis.CreateCross(array, count); }), RaisesGeneralError(_)) << count;
   }
   EXPECT_THAT(basis.uArr(), ElementsAreArray(kTwoSpans));
 }
@@ -89,11 +90,11 @@ TEST(TNurbsBasicFunc, ItemsGivesAKnotAndAssertsOutsideTheKnots) {
   EXPECT_EQ(basis.Items(4), 0.5);
   EXPECT_EQ(basis.GetItems(8), 1);
   for (const int idx : {-1, 9, kSmallestInt, kLargestInt}) {
-    EXPECT_THAT([&] { basis.Items(idx); },
+    EXPECT_THAT(Calling([&] { basis.Items(idx); }),
                 RaisesGeneralError("TNurbsBasicFunc: Idx Out Of Range (NurbsGeometry, line 366)"))
         << idx;
   }
-  EXPECT_THAT([] { TNurbsBasicFunc().Items(0); },
+  EXPECT_THAT(Calling([] { TNurbsBasicFunc().Items(0); }),
               RaisesGeneralError("TNurbsBasicFunc: Idx Out Of Range (NurbsGeometry, line 366)"));
 }
 
@@ -130,7 +131,8 @@ TEST(TNurbsBasicFunc, AssignCopiesTheKnotsOfAnotherOne) {
 
 TEST(TNurbsBasicFunc, AssignOfAnotherClassRaisesAndKeepsTheKnots) {
   TNurbsBasicFunc basis = BasisOf(kTwoSpans);
-  EXPECT_THAT([&] { basis.Assign(TNurbs6D()); }, RaisesGeneralError("Cannot assign a TNurbs6D to a TNurbsBasicFunc"));
+  EXPECT_THAT(Calling([&] { basis.Assign(TNurbs6D()); }),
+              RaisesGeneralError("Cannot assign a TNurbs6D to a TNurbsBasicFunc"));
   EXPECT_THAT(basis.uArr(), ElementsAreArray(kTwoSpans));
 }
 
@@ -175,10 +177,10 @@ RC_GTEST_PROP(TNurbsBasicFunc, FindSpanFindsTheSpanThatHoldsTheParameter, ()) {
 TEST(TNurbsBasicFunc, FindSpanOfNoNumberIsAnInnerSpan) { EXPECT_EQ(BasisOf(kTwoSpans).FindSpan(std::nan("")), 4); }
 
 TEST(TNurbsBasicFunc, FindSpanRaisesWithoutAKnotVectorOfACubicCurve) {
-  EXPECT_THAT([] { TNurbsBasicFunc().FindSpan(0.5); }, RaisesGeneralError(_));
+  EXPECT_THAT(Calling([] { TNurbsBasicFunc().FindSpan(0.5); }), RaisesGeneralError(_));
   const std::vector<double> knots = {0, 0, 0, 0.5, 1, 1, 1};
   for (const double u : {-1.0, 0.0, 0.25, 0.5, 1.0, 2.0}) {
-    EXPECT_THAT([&] { BasisOf(knots).FindSpan(u); }, RaisesGeneralError(_)) << u;
+    EXPECT_THAT(Calling([&] { BasisOf(knots).FindSpan(u); }), RaisesGeneralError(_)) << u;
   }
 }
 
@@ -187,7 +189,7 @@ TEST(TNurbsBasicFunc, FindSpanRaisesWhereKnotsThatAreNotClampedHoldNoInnerSpan) 
   EXPECT_EQ(basis.FindSpan(3), 3);
   EXPECT_EQ(basis.FindSpan(6.5), 6);
   for (const double u : {0.0, 1.0, 2.9, 7.0, 8.5, 9.9}) {
-    EXPECT_THAT([&] { basis.FindSpan(u); }, RaisesGeneralError(_)) << u;
+    EXPECT_THAT(Calling([&] { basis.FindSpan(u); }), RaisesGeneralError(_)) << u;
   }
 }
 
@@ -281,8 +283,8 @@ TEST(TNurbsBasicFunc, SpansFrom2ToTheKnotCountAreAnsweredWithNumbers) {
 TEST(TNurbsBasicFunc, TooFewPlacesForTheValuesRaise) {
   const TNurbsBasicFunc basis = BasisOf(kTwoSpans);
   std::array<double, 3> N = {7, 8, 9};
-  EXPECT_THAT([&] { basis.BasicFuns(3, 0.25, N); }, RaisesGeneralError(_));
-  EXPECT_THAT([&] { basis.BasicFuns(3, 0.25, {}); }, RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { basis.BasicFuns(3, 0.25, N); }), RaisesGeneralError(_));
+  EXPECT_THAT(Calling([&] { basis.BasicFuns(3, 0.25, {}); }), RaisesGeneralError(_));
   EXPECT_THAT(N, ElementsAre(7, 8, 9));
 }
 

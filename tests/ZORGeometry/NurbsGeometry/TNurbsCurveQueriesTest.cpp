@@ -12,6 +12,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::IsExactPose;
 using Test::PosesFrom;
 using Test::RaisesGeneralError;
@@ -273,34 +274,30 @@ TEST(ClosestPoint, KnotsThatAreNotClampedRaise) {
     const int count = static_cast<int>(knots.size()) - 4;
     TNurbs2D curve;
     ASSERT_TRUE(curve.CreateByCtlPoints(knots, std::vector<TPoint2D>(knots.size() - 4, TPoint2D{1, 2}), count));
-    EXPECT_THAT(
-        [&] {
-          (void)curve.ClosestPoint({0, 0});
-        },
-        RaisesGeneralError(testing::HasSubstr("four zeros to four ones")))
+    EXPECT_THAT(Calling([&] {
+                  (void)curve.ClosestPoint({0, 0});
+                }),
+                RaisesGeneralError(testing::HasSubstr("four zeros to four ones")))
         << count << " points";
   }
 }
 
 TEST(ClosestPoint, PointsThatAreNotFiniteOrTooFarAndCurvesWithoutPointsRaise) {
-  EXPECT_THAT(
-      [&] {
-        (void)QuarterCircle(1, 4).ClosestPoint({std::nan(""), 0});
-      },
-      RaisesGeneralError(testing::HasSubstr("not finite")));
+  EXPECT_THAT(Calling([&] {
+                (void)QuarterCircle(1, 4).ClosestPoint({std::nan(""), 0});
+              }),
+              RaisesGeneralError(testing::HasSubstr("not finite")));
   TNurbs2D curve;
   const std::vector<double> clamped = {0, 0, 0, 0, 1, 1, 1, 1};
   ASSERT_TRUE(curve.CreateByCtlPoints(clamped, std::vector<TPoint2D>{{0, 0}, {1, 0}, {1e160, 1}, {3, 0}}, 4));
-  EXPECT_THAT(
-      [&] {
-        (void)curve.ClosestPoint({0, 0});
-      },
-      RaisesGeneralError(testing::HasSubstr("too far away for its distance to be measured")));
-  EXPECT_THAT(
-      [] {
-        (void)TNurbs2D().ClosestPoint({0, 0});
-      },
-      RaisesGeneralError(testing::HasSubstr("no control points")));
+  EXPECT_THAT(Calling([&] {
+                (void)curve.ClosestPoint({0, 0});
+              }),
+              RaisesGeneralError(testing::HasSubstr("too far away for its distance to be measured")));
+  EXPECT_THAT(Calling([] {
+                (void)TNurbs2D().ClosestPoint({0, 0});
+              }),
+              RaisesGeneralError(testing::HasSubstr("no control points")));
 }
 
 // ---------------------------------------------------------------------------------------------- Bezier segments
@@ -325,10 +322,10 @@ TEST(SpanBezier, IsTheCurveBetweenTwoOfItsPoints) {
 TEST(SpanBezier, IntervalsThatAreEmptyOrMissingRaise) {
   const TNurbs2D curve = QuarterCircle(10, 4);
   for (const int span : {-1, 0, 2, curve.pCount(), 1000000}) {
-    EXPECT_THAT([&] { (void)curve.SpanBezier(span); },
+    EXPECT_THAT(Calling([&] { (void)curve.SpanBezier(span); }),
                 RaisesGeneralError(testing::HasSubstr("is empty, or does not exist")));
   }
-  EXPECT_THAT([] { (void)TNurbs2D().SpanBezier(3); }, RaisesGeneralError(testing::_));
+  EXPECT_THAT(Calling([] { (void)TNurbs2D().SpanBezier(3); }), RaisesGeneralError(testing::_));
 }
 
 // ---------------------------------------------------------------------------------------------- curvature
@@ -399,10 +396,11 @@ TEST(ManyAtOnce, AResultThatIsTooShortRaisesAndIsNotTouched) {
   const TNurbs2D curve = QuarterCircle(10, 8);
   const std::vector<double> asked = {0.1, 0.2, 0.3};
   std::vector<TPoint2D> points(2, TPoint2D{7, 7});
-  EXPECT_THAT([&] { curve.EvalPoints(asked, points); }, RaisesGeneralError(testing::HasSubstr("places for 2 points")));
+  EXPECT_THAT(Calling([&] { curve.EvalPoints(asked, points); }),
+              RaisesGeneralError(testing::HasSubstr("places for 2 points")));
   EXPECT_EQ(points[0].X, 7);
   std::vector<double> params(2, 7);
-  EXPECT_THAT([&] { curve.ParamOfLength(asked, params); },
+  EXPECT_THAT(Calling([&] { curve.ParamOfLength(asked, params); }),
               RaisesGeneralError(testing::HasSubstr("places for 2 results")));
   EXPECT_EQ(params[0], 7);
 }

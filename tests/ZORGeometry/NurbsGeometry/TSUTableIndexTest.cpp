@@ -125,7 +125,7 @@ TEST(TSUTableIndex, ATableThatIsMovedFromIsEmpty) {
   const TSUTable expected = FilledByHand(table);
   const TSUTable moved = std::move(table);
   ASSERT_NO_FATAL_FAILURE(ExpectSameLookUps(moved, expected, random, 500));
-  EXPECT_THAT([&] { table.GetUByS(0.5); },
+  EXPECT_THAT(Calling([&] { table.GetUByS(0.5); }),
               RaisesGeneralError("List index out of bounds (0)"));  // NOLINT(bugprone-use-after-move)
 }
 

@@ -9,6 +9,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 
 TSUTable TableOf(std::initializer_list<std::pair<double, double>> Rows) {
@@ -88,20 +89,20 @@ TEST(TSUTable, TheToleranceOfARowIs1eMinus7InExtendedPrecision) {
 // A slope is taken over two rows of the same S; only a table that somebody filled by hand can have them around a value.
 TEST(TSUTable, RowsOfEqualLengthAroundTheIntervalRaise) {
   const TSUTable before = TableOf({{0, 0}, {2, 0.2}, {1, 0.4}, {2, 0.6}, {3, 1}});
-  EXPECT_THAT([&] { before.GetUByS(1.5); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { before.GetUByS(1.5); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
   const TSUTable after = TableOf({{0, 0}, {1, 0.2}, {3, 0.4}, {1, 0.6}, {4, 1}});
-  EXPECT_THAT([&] { after.GetUByS(2); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { after.GetUByS(2); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 TEST(TSUTable, RowsOfEqualParameterRaiseWithTheSameText) {
   const TSUTable table = TableOf({{0, 0}, {1, 0.2}, {2, 0.1}, {3, 0.2}, {4, 1}});
-  EXPECT_THAT([&] { table.GetSByU(0.15); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { table.GetSByU(0.15); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 TEST(TSUTable, TwoEqualRowsHaveNothingBetweenThem) {
   const TSUTable table = TableOf({{1, 0}, {1, 1}});
   EXPECT_EQ(table.GetUByS(1), 0);
-  EXPECT_THAT([&] { table.GetUByS(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { table.GetUByS(std::nan("")); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 // Where a curve stands still its table repeats a length. Values on either side are answered from the rows around them.
@@ -117,7 +118,7 @@ TEST(TSUTable, OneRowAnswersEverything) {
   EXPECT_EQ(table.GetUByS(-1), 0.25);
   EXPECT_EQ(table.GetUByS(0), 0.25);
   EXPECT_EQ(table.GetUByS(1), 0.25);
-  EXPECT_THAT([&] { table.GetUByS(std::nan("")); }, RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
+  EXPECT_THAT(Calling([&] { table.GetUByS(std::nan("")); }), RaisesGeneralError("CalcuHermiteS: The dividend is 0"));
 }
 
 // A table as curves have them: lengths that rise by random steps, some of them 0 or below the tolerance of a row.
@@ -157,8 +158,8 @@ TEST(TSUTable, ACursorOfAnotherTableDoesNoHarm) {
 }
 
 TEST(TSUTable, AnEmptyTableHasNoFirstRow) {
-  EXPECT_THAT([] { TSUTable().GetUByS(0); }, RaisesGeneralError("List index out of bounds (0)"));
-  EXPECT_THAT([] { TSUTable().GetSByU(0); }, RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([] { TSUTable().GetUByS(0); }), RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([] { TSUTable().GetSByU(0); }), RaisesGeneralError("List index out of bounds (0)"));
 }
 
 }  // namespace

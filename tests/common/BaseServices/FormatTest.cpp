@@ -9,6 +9,7 @@ namespace ZORBase {
 namespace {
 
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::DecimalCommaLocale;
 using Test::RaisesGeneralError;
 using Test::TLocaleGuard;
@@ -51,36 +52,39 @@ TEST(Format1033, ADoublePercentIsOne) {
 }
 
 TEST(Format1033, RefusesAnItemThatItsArgumentDoesNotFit) {
-  EXPECT_THAT([] { Format1033("%d", 1.5); },
+  EXPECT_THAT(Calling([] { Format1033("%d", 1.5); }),
               RaisesGeneralError("Format '%d' has an item 'd' that its argument does not fit"));
-  EXPECT_THAT([] { Format1033("%d", "1"); }, RaisesGeneralError(HasSubstr("item 'd'")));
-  EXPECT_THAT([] { Format1033("%s", 1); }, RaisesGeneralError(HasSubstr("item 's'")));
-  EXPECT_THAT([] { Format1033("%s", 1.0); }, RaisesGeneralError(HasSubstr("item 's'")));
-  EXPECT_THAT([] { Format1033("%.2f", "x"); }, RaisesGeneralError(HasSubstr("item 'f'")));
-  EXPECT_THAT([] { Format1033("%x", 1); }, RaisesGeneralError(HasSubstr("item 'x'")));
-  EXPECT_THAT([] { Format1033("%8.3f", 1.0); }, RaisesGeneralError(HasSubstr("item '8'")));
+  EXPECT_THAT(Calling([] { Format1033("%d", "1"); }), RaisesGeneralError(HasSubstr("item 'd'")));
+  EXPECT_THAT(Calling([] { Format1033("%s", 1); }), RaisesGeneralError(HasSubstr("item 's'")));
+  EXPECT_THAT(Calling([] { Format1033("%s", 1.0); }), RaisesGeneralError(HasSubstr("item 's'")));
+  EXPECT_THAT(Calling([] { Format1033("%.2f", "x"); }), RaisesGeneralError(HasSubstr("item 'f'")));
+  EXPECT_THAT(Calling([] { Format1033("%x", 1); }), RaisesGeneralError(HasSubstr("item 'x'")));
+  EXPECT_THAT(Calling([] { Format1033("%8.3f", 1.0); }), RaisesGeneralError(HasSubstr("item '8'")));
 }
 
 TEST(Format1033, RefusesAnotherCountOfArgumentsThanOfItems) {
-  EXPECT_THAT([] { Format1033("%d %d", 1); },
+  EXPECT_THAT(Calling([] { Format1033("%d %d", 1); }),
               RaisesGeneralError("Format '%d %d' has more items than there are arguments"));
-  EXPECT_THAT([] { Format1033("%d", 1, 2); },
+  EXPECT_THAT(Calling([] { Format1033("%d", 1, 2); }),
               RaisesGeneralError("Format '%d' has fewer items than there are arguments"));
-  EXPECT_THAT([] { Format1033("", "x"); }, RaisesGeneralError("Format '' has fewer items than there are arguments"));
+  EXPECT_THAT(Calling([] { Format1033("", "x"); }),
+              RaisesGeneralError("Format '' has fewer items than there are arguments"));
 }
 
 TEST(Format1033, RefusesABrokenPattern) {
-  EXPECT_THAT([] { Format1033("100 %", 1); }, RaisesGeneralError("Format '100 %' ends within an item"));
-  EXPECT_THAT([] { Format1033("%.f", 1.0); }, RaisesGeneralError(HasSubstr("no number of digits behind '%.'")));
-  EXPECT_THAT([] { Format1033("%.-1f", 1.0); }, RaisesGeneralError(HasSubstr("no number of digits behind '%.'")));
-  EXPECT_THAT([] { Format1033("%.99999999999f", 1.0); }, RaisesGeneralError(HasSubstr("no number of digits")));
-  EXPECT_THAT([] { Format1033("%.", 1.0); }, RaisesGeneralError(HasSubstr("no number of digits")));
-  EXPECT_THAT([] { Format1033("%.3", 1.0); }, RaisesGeneralError(HasSubstr("needs an 'f' behind '%.N'")));
-  EXPECT_THAT([] { Format1033("%.3d", 1); }, RaisesGeneralError(HasSubstr("needs an 'f' behind '%.N'")));
+  EXPECT_THAT(Calling([] { Format1033("100 %", 1); }), RaisesGeneralError("Format '100 %' ends within an item"));
+  EXPECT_THAT(Calling([] { Format1033("%.f", 1.0); }),
+              RaisesGeneralError(HasSubstr("no number of digits behind '%.'")));
+  EXPECT_THAT(Calling([] { Format1033("%.-1f", 1.0); }),
+              RaisesGeneralError(HasSubstr("no number of digits behind '%.'")));
+  EXPECT_THAT(Calling([] { Format1033("%.99999999999f", 1.0); }), RaisesGeneralError(HasSubstr("no number of digits")));
+  EXPECT_THAT(Calling([] { Format1033("%.", 1.0); }), RaisesGeneralError(HasSubstr("no number of digits")));
+  EXPECT_THAT(Calling([] { Format1033("%.3", 1.0); }), RaisesGeneralError(HasSubstr("needs an 'f' behind '%.N'")));
+  EXPECT_THAT(Calling([] { Format1033("%.3d", 1); }), RaisesGeneralError(HasSubstr("needs an 'f' behind '%.N'")));
 }
 
 TEST(Format1033, NamesALongPatternByItsBeginning) {
-  EXPECT_THAT([] { Format1033("%q" + std::string(1'000'000, 'x'), 1); },
+  EXPECT_THAT(Calling([] { Format1033("%q" + std::string(1'000'000, 'x'), 1); }),
               RaisesGeneralError(
                   AllOf(StartsWith("Format '%qxxx"), HasSubstr("xxx...' "), testing::SizeIs(testing::Lt(400U)))));
 }

@@ -7,6 +7,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::Coordinate;
 using Test::DecimalCommaLocale;
 using Test::Fixed;
@@ -26,9 +27,10 @@ TEST(LocaleForms, FollowTheDecimalPointOfTheGlobalLocaleAndNeverGroup) {
     EXPECT_EQ(StrToFloat(" -,5e1 "), -5.0);
     EXPECT_EQ(StrToFloat("7"), 7.0);
     for (const char* const text : {"1.5", "1.234.567,5", "1,5,5", "1,234.5", ",", "1;5", "nan", "0x1,8p1"}) {
-      EXPECT_THAT([&] { StrToFloat(text); }, RaisesGeneralError(NotANumberText(text)));
+      EXPECT_THAT(Calling([&] { StrToFloat(text); }), RaisesGeneralError(NotANumberText(text)));
     }
-    EXPECT_THAT([] { StrToFloat("1,5e400"); }, RaisesGeneralError("'1,5e400' is too large for a floating point value"));
+    EXPECT_THAT(Calling([] { StrToFloat("1,5e400"); }),
+                RaisesGeneralError("'1,5e400' is too large for a floating point value"));
   }
 }
 
@@ -37,7 +39,7 @@ TEST(LocaleForms, InTheClassicLocaleAreThoseOf1033) {
   EXPECT_EQ(LocaleDecimalPoint(), ".");
   EXPECT_EQ(Fixed(1234.5, 1, nfLocale), "1234.5");
   EXPECT_EQ(StrToFloat("1234.5"), 1234.5);
-  EXPECT_THAT([] { StrToFloat("1,5"); }, RaisesGeneralError("'1,5' is not a valid floating point value"));
+  EXPECT_THAT(Calling([] { StrToFloat("1,5"); }), RaisesGeneralError("'1,5' is not a valid floating point value"));
 }
 
 TEST(LocaleForms, The1033FormsDoNotFollowAnyLocale) {
@@ -45,7 +47,8 @@ TEST(LocaleForms, The1033FormsDoNotFollowAnyLocale) {
     const TLocaleGuard guard(locale);
     EXPECT_EQ(Fixed(1234567.5, 2), "1234567.50");
     EXPECT_EQ(StrToFloat1033("1234567.5"), 1234567.5);
-    EXPECT_THAT([] { StrToFloat1033("1,5"); }, RaisesGeneralError("'1,5' is not a valid floating point value"));
+    EXPECT_THAT(Calling([] { StrToFloat1033("1,5"); }),
+                RaisesGeneralError("'1,5' is not a valid floating point value"));
   }
 }
 
@@ -75,7 +78,7 @@ TEST(LocaleForms, ADecimalPointMayHaveSeveralBytes) {
   EXPECT_EQ(StrToFloat("1\xD9\xAB"
                        "5"),
             1.5);
-  EXPECT_THAT([] { StrToFloat("1.5"); }, RaisesGeneralError(NotANumberText("1.5")));
+  EXPECT_THAT(Calling([] { StrToFloat("1.5"); }), RaisesGeneralError(NotANumberText("1.5")));
 }
 
 RC_GTEST_PROP(LocaleForms, ParseBackWhatTheyPrint, ()) {

@@ -15,6 +15,7 @@ namespace ZORBase {
 namespace {
 
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::DecimalCommaLocale;
 using Test::RaisesGeneralError;
 using Test::TLocaleGuard;
@@ -59,40 +60,43 @@ TEST(ParseNumberRow, TakesCommasAndBlanks) {
 }
 
 TEST(ParseNumberRow, NamesTheTextAndTheNumberOfItems) {
-  EXPECT_THAT([] { Row("1,2", 3); }, RaisesGeneralError("TRow Parse from string Failed(1,2). Error Item Number: 2"));
-  EXPECT_THAT([] { Row("1,2,3,4", 3); },
+  EXPECT_THAT(Calling([] { Row("1,2", 3); }),
+              RaisesGeneralError("TRow Parse from string Failed(1,2). Error Item Number: 2"));
+  EXPECT_THAT(Calling([] { Row("1,2,3,4", 3); }),
               RaisesGeneralError("TRow Parse from string Failed(1,2,3,4). Error Item Number: 4"));
-  EXPECT_THAT([] { Row("", 3); }, RaisesGeneralError("TRow Parse from string Failed(). Error Item Number: 0"));
-  EXPECT_THAT([] { Row("1,2,3,", 3); },
+  EXPECT_THAT(Calling([] { Row("", 3); }), RaisesGeneralError("TRow Parse from string Failed(). Error Item Number: 0"));
+  EXPECT_THAT(Calling([] { Row("1,2,3,", 3); }),
               RaisesGeneralError("TRow Parse from string Failed(1,2,3,). Error Item Number: 4"));
 }
 
 TEST(ParseNumberRow, NamesTheFirstItemThatIsNoNumber) {
-  EXPECT_THAT([] { Row("1,x,y", 3); },
+  EXPECT_THAT(Calling([] { Row("1,x,y", 3); }),
               RaisesGeneralError("TRow Parse from string Failed(1,x,y). 'x' is not a valid floating point value"));
-  EXPECT_THAT([] { Row("1,,3", 3); },
+  EXPECT_THAT(Calling([] { Row("1,,3", 3); }),
               RaisesGeneralError("TRow Parse from string Failed(1,,3). '' is not a valid floating point value"));
   EXPECT_THAT(
-      [] { Row("1,2,1e400", 3); },
+      Calling([] { Row("1,2,1e400", 3); }),
       RaisesGeneralError("TRow Parse from string Failed(1,2,1e400). '1e400' is too large for a floating point value"));
 }
 
 TEST(ParseNumberRow, AWrongCountWeighsMoreThanAnItemThatIsNoNumber) {
-  EXPECT_THAT([] { Row("x,y", 3); }, RaisesGeneralError("TRow Parse from string Failed(x,y). Error Item Number: 2"));
-  EXPECT_THAT([] { Row("1,2,3,x", 3); }, RaisesGeneralError(EndsWith("Error Item Number: 4")));
+  EXPECT_THAT(Calling([] { Row("x,y", 3); }),
+              RaisesGeneralError("TRow Parse from string Failed(x,y). Error Item Number: 2"));
+  EXPECT_THAT(Calling([] { Row("1,2,3,x", 3); }), RaisesGeneralError(EndsWith("Error Item Number: 4")));
 }
 
 TEST(ParseNumberRow, AByteZeroIsNamedByItsColumn) {
-  EXPECT_THAT([] { Row("1,2\0,3"sv, 3); }, RaisesGeneralError(AllOf(StartsWith("TRow Parse from string Failed(1,2"),
-                                                                    HasSubstr("byte 0 stands at column 4"))));
+  EXPECT_THAT(Calling([] { Row("1,2\0,3"sv, 3); }),
+              RaisesGeneralError(
+                  AllOf(StartsWith("TRow Parse from string Failed(1,2"), HasSubstr("byte 0 stands at column 4"))));
 }
 
 TEST(ParseNumberRow, ALongTextIsGivenWithItsBeginning) {
   const std::string text = std::string(1'000'000, '1') + ",x";
-  EXPECT_THAT([&] { Row(text, 3); },
+  EXPECT_THAT(Calling([&] { Row(text, 3); }),
               RaisesGeneralError(AllOf(StartsWith("TRow Parse from string Failed(1111"),
                                        EndsWith("111...). Error Item Number: 2"), SizeIs(Lt(400U)))));
-  EXPECT_THAT([&] { Row(text, 2); }, RaisesGeneralError(SizeIs(Lt(800U))));
+  EXPECT_THAT(Calling([&] { Row(text, 2); }), RaisesGeneralError(SizeIs(Lt(800U))));
 }
 
 TEST(NumberRow, InALocaleWithADecimalCommaQuotedItemsCarryTheirComma) {

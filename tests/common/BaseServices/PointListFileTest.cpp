@@ -13,6 +13,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::FileText;
 using Test::RaisesGeneralError;
 using Test::TScratchFolder;
@@ -70,20 +71,21 @@ TEST_F(PointListFile, ALongFileIsReadWhole) {
 
 TEST_F(PointListFile, AFailingLineIsNamedAndKeepsThePointsBeforeIt) {
   WriteFile(FFile, "1\r\n2\r\nx\r\n4\r\n");
-  EXPECT_THAT([&] { Load(); }, RaisesGeneralError(FailText(
-                                   3, "TMark Parse from string Failed(x). 'x' is not a valid floating point value")));
+  EXPECT_THAT(
+      Calling([&] { Load(); }),
+      RaisesGeneralError(FailText(3, "TMark Parse from string Failed(x). 'x' is not a valid floating point value")));
   EXPECT_THAT(FMarks, ElementsAre(TMark{1}, TMark{2}));
 }
 
 TEST_F(PointListFile, AFileThatCannotBeOpenedFailsInLine1WithTheListEmptied) {
-  EXPECT_THAT([&] { Load(); },
+  EXPECT_THAT(Calling([&] { Load(); }),
               RaisesGeneralError(FailText(1, "Cannot open file \"" + FFile + "\". No such file or directory")));
   EXPECT_THAT(FMarks, SizeIs(0));
 }
 
 TEST_F(PointListFile, ALineThatCannotBeReadIsTheOneThatIsNamed) {
   WriteFile(FFile, "1\n2\n3\n" + std::string(TTextFileReader::kLineLimit + 1, '4') + "\n5\n");
-  EXPECT_THAT([&] { Load(); },
+  EXPECT_THAT(Calling([&] { Load(); }),
               RaisesGeneralError(FailText(
                   4, "\"" + FFile + "\" has a line of more than 67108864 bytes; it is no text file of points")));
   EXPECT_THAT(FMarks, ElementsAre(TMark{1}, TMark{2}, TMark{3}));
@@ -91,12 +93,12 @@ TEST_F(PointListFile, ALineThatCannotBeReadIsTheOneThatIsNamed) {
 
 TEST_F(PointListFile, EveryStandardErrorIsWrapped) {
   WriteFile(FFile, "1\nmemory\n");
-  EXPECT_THAT([&] { Load(); }, RaisesGeneralError(StartsWith(FailText(2, ""))));
+  EXPECT_THAT(Calling([&] { Load(); }), RaisesGeneralError(StartsWith(FailText(2, ""))));
 }
 
 TEST_F(PointListFile, LinesAreCountedWhateverEndsThem) {
   WriteFile(FFile, "1\r2\n3\r\n4\r\rx");
-  EXPECT_THAT([&] { Load(); },
+  EXPECT_THAT(Calling([&] { Load(); }),
               RaisesGeneralError(FailText(5, "TMark Parse from string Failed(). Error Item Number: 0")));
   EXPECT_EQ(FMarks.Count(), 4);
 }
@@ -120,7 +122,8 @@ TEST_F(PointListFile, LinesAreTheSameWhereverABlockEnds) {
 
     text += "x" + lineEnd;
     WriteFile(FFile, text);
-    EXPECT_THAT([&] { Load(); }, RaisesGeneralError(StartsWith(FailText(static_cast<int>(marks.size()) + 1, "TMark"))));
+    EXPECT_THAT(Calling([&] { Load(); }),
+                RaisesGeneralError(StartsWith(FailText(static_cast<int>(marks.size()) + 1, "TMark"))));
     EXPECT_EQ(FMarks.size(), marks.size());
   }
 }
@@ -140,7 +143,7 @@ TEST_F(PointListFile, ALineThatCannotBeMadeLeavesTheOldFile) {
     if (Mark.Place == -2) RaiseGeneralError("no text for this one");
     Text += "1";
   };
-  EXPECT_THAT([&] { SavePointList(FFile, FMarks, appendLine); }, RaisesGeneralError("no text for this one"));
+  EXPECT_THAT(Calling([&] { SavePointList(FFile, FMarks, appendLine); }), RaisesGeneralError("no text for this one"));
   EXPECT_EQ(FileText(FFile), "old");
   EXPECT_EQ(FFolder.Count(), 1U);
 }

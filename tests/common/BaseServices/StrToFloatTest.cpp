@@ -15,6 +15,7 @@ using namespace std::string_literals;
 using namespace std::string_view_literals;
 using Test::AnyFinite;
 using Test::Bits;
+using Test::Calling;
 using Test::kMax;
 using Test::kTiny;
 using Test::NotANumberText;
@@ -102,14 +103,17 @@ TEST(StrToFloat1033, RefusesEverythingElse) {
       "\"1\"",
   };
   for (const std::string_view text : texts) {
-    EXPECT_THAT([&] { StrToFloat1033(text); }, RaisesGeneralError(NotANumberText(text)));
+    EXPECT_THAT(Calling([&] { StrToFloat1033(text); }), RaisesGeneralError(NotANumberText(text)));
   }
 }
 
 TEST(StrToFloat1033, NamesAByteZeroWithoutLosingTheReason) {
-  EXPECT_THAT([] { StrToFloat1033("1\0"sv); }, RaisesGeneralError("'1\\0' is not a valid floating point value"));
-  EXPECT_THAT([] { StrToFloat1033("\0001"sv); }, RaisesGeneralError("'\\01' is not a valid floating point value"));
-  EXPECT_THAT([] { StrToFloat1033("1\0002"sv); }, RaisesGeneralError("'1\\02' is not a valid floating point value"));
+  EXPECT_THAT(Calling([] { StrToFloat1033("1\0"sv); }),
+              RaisesGeneralError("'1\\0' is not a valid floating point value"));
+  EXPECT_THAT(Calling([] { StrToFloat1033("\0001"sv); }),
+              RaisesGeneralError("'\\01' is not a valid floating point value"));
+  EXPECT_THAT(Calling([] { StrToFloat1033("1\0002"sv); }),
+              RaisesGeneralError("'1\\02' is not a valid floating point value"));
 }
 
 TEST(StrToFloat1033, RefusesWhatIsTooLargeForADouble) {
@@ -118,7 +122,7 @@ TEST(StrToFloat1033, RefusesWhatIsTooLargeForADouble) {
         "0.0000001e400"s, WithZeros("1", 400), WithZeros("1", 400, ".5e-20"),
         WithZeros("1", 400, "e99999999999999999999"), WithZeros("0.", 500, "1e99999999999999999999")}) {
     EXPECT_THAT(
-        [&] { StrToFloat1033(text); },
+        Calling([&] { StrToFloat1033(text); }),
         RaisesGeneralError(testing::AllOf(StartsWith(NumberErrorText(text, TNumberStatus::TooLarge).substr(0, 100)),
                                           EndsWith("' is too large for a floating point value"))));
   }
@@ -157,7 +161,8 @@ TEST(StrToFloat1033, TheLargestDoubleEndsHalfAUnitAboveItself) {
   ASSERT_THAT(middle, EndsWith("497792."));
   const std::string below = middle.substr(0, middle.size() - 2) + "1.9";
   EXPECT_EQ(StrToFloat1033(below), kMax);
-  EXPECT_THAT([&] { StrToFloat1033(middle); }, RaisesGeneralError(EndsWith("too large for a floating point value")));
+  EXPECT_THAT(Calling([&] { StrToFloat1033(middle); }),
+              RaisesGeneralError(EndsWith("too large for a floating point value")));
 }
 
 RC_GTEST_PROP(StrToFloat1033, TheShortestTextOfADoubleGivesItsBits, ()) {

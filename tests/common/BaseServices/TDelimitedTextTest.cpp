@@ -11,6 +11,7 @@ namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -96,13 +97,13 @@ TEST(TDelimitedText, AQuoteThatIsNeverClosedRunsToTheEnd) {
 }
 
 TEST(TDelimitedText, AByteZeroIsAnErrorWhereverItStands) {
-  EXPECT_THAT([] { ItemsOf("\0"sv); }, RaisesGeneralError(HasSubstr("byte 0 stands at column 1;")));
-  EXPECT_THAT([] { ItemsOf("1,2\0003"sv); }, RaisesGeneralError(HasSubstr("byte 0 stands at column 4;")));
-  EXPECT_THAT([] { ItemsOf("1,2 \0"sv); }, RaisesGeneralError(HasSubstr("column 5;")));
-  EXPECT_THAT([] { ItemsOf("1,\0,2"sv); }, RaisesGeneralError(HasSubstr("column 3;")));
-  EXPECT_THAT([] { ItemsOf("\"ab\0c\""sv); }, RaisesGeneralError(HasSubstr("column 4;")));
-  EXPECT_THAT([] { ItemsOf("\"ab\"\"\0c\""sv); }, RaisesGeneralError(HasSubstr("column 6;")));
-  EXPECT_THAT([] { ItemsOf("\"a\"\0"sv); }, RaisesGeneralError(HasSubstr("column 4;")));
+  EXPECT_THAT(Calling([] { ItemsOf("\0"sv); }), RaisesGeneralError(HasSubstr("byte 0 stands at column 1;")));
+  EXPECT_THAT(Calling([] { ItemsOf("1,2\0003"sv); }), RaisesGeneralError(HasSubstr("byte 0 stands at column 4;")));
+  EXPECT_THAT(Calling([] { ItemsOf("1,2 \0"sv); }), RaisesGeneralError(HasSubstr("column 5;")));
+  EXPECT_THAT(Calling([] { ItemsOf("1,\0,2"sv); }), RaisesGeneralError(HasSubstr("column 3;")));
+  EXPECT_THAT(Calling([] { ItemsOf("\"ab\0c\""sv); }), RaisesGeneralError(HasSubstr("column 4;")));
+  EXPECT_THAT(Calling([] { ItemsOf("\"ab\"\"\0c\""sv); }), RaisesGeneralError(HasSubstr("column 6;")));
+  EXPECT_THAT(Calling([] { ItemsOf("\"a\"\0"sv); }), RaisesGeneralError(HasSubstr("column 4;")));
 }
 
 TEST(TDelimitedText, BehindTheLastItemThereIsNoneForGood) {

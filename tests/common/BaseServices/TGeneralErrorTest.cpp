@@ -7,13 +7,14 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 
 static_assert(std::is_base_of_v<std::runtime_error, TGeneralError> && std::is_final_v<TGeneralError>);
 
 TEST(TGeneralError, CarriesItsTextUnchanged) {
-  EXPECT_THAT([] { RaiseGeneralError("两点重合, 100 %s"); }, RaisesGeneralError("两点重合, 100 %s"));
-  EXPECT_THAT([] { RaiseGeneralError(""); }, RaisesGeneralError(""));
+  EXPECT_THAT(Calling([] { RaiseGeneralError("两点重合, 100 %s"); }), RaisesGeneralError("两点重合, 100 %s"));
+  EXPECT_THAT(Calling([] { RaiseGeneralError(""); }), RaisesGeneralError(""));
 }
 
 TEST(TGeneralError, IsCaughtAsAStandardError) {
@@ -22,7 +23,7 @@ TEST(TGeneralError, IsCaughtAsAStandardError) {
 }
 
 TEST(TGeneralError, AnAssertionNamesItsSourceAndLine) {
-  EXPECT_THAT([] { RaiseAssertion("N must be even", "uFFT.cpp", 42); },
+  EXPECT_THAT(Calling([] { RaiseAssertion("N must be even", "uFFT.cpp", 42); }),
               RaisesGeneralError("N must be even (uFFT.cpp, line 42)"));
 }
 

@@ -14,6 +14,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -83,25 +84,25 @@ TEST(TList, AnItemOfTheListItselfCanBeAddedAndInserted) {
 TEST(TList, EveryIndexOutsideIsNamedAndChangesNothing) {
   TList<int> list = OneToFive();
   const TList<int>& view = list;
-  EXPECT_THAT([&] { list[5] = 0; }, RaisesGeneralError("List index out of bounds (5)"));
-  EXPECT_THAT([&] { list[-1] = 0; }, RaisesGeneralError("List index out of bounds (-1)"));
-  EXPECT_THAT([&] { (void)view[INT_MAX]; }, RaisesGeneralError("List index out of bounds (2147483647)"));
-  EXPECT_THAT([&] { (void)view[INT_MIN]; }, RaisesGeneralError("List index out of bounds (-2147483648)"));
-  EXPECT_THAT([&] { list.Delete(5); }, RaisesGeneralError("List index out of bounds (5)"));
-  EXPECT_THAT([&] { list.Delete(-1); }, RaisesGeneralError("List index out of bounds (-1)"));
-  EXPECT_THAT([&] { list.Insert(6, 0); }, RaisesGeneralError("List index out of bounds (6)"));
-  EXPECT_THAT([&] { list.Insert(-1, 0); }, RaisesGeneralError("List index out of bounds (-1)"));
+  EXPECT_THAT(Calling([&] { list[5] = 0; }), RaisesGeneralError("List index out of bounds (5)"));
+  EXPECT_THAT(Calling([&] { list[-1] = 0; }), RaisesGeneralError("List index out of bounds (-1)"));
+  EXPECT_THAT(Calling([&] { (void)view[INT_MAX]; }), RaisesGeneralError("List index out of bounds (2147483647)"));
+  EXPECT_THAT(Calling([&] { (void)view[INT_MIN]; }), RaisesGeneralError("List index out of bounds (-2147483648)"));
+  EXPECT_THAT(Calling([&] { list.Delete(5); }), RaisesGeneralError("List index out of bounds (5)"));
+  EXPECT_THAT(Calling([&] { list.Delete(-1); }), RaisesGeneralError("List index out of bounds (-1)"));
+  EXPECT_THAT(Calling([&] { list.Insert(6, 0); }), RaisesGeneralError("List index out of bounds (6)"));
+  EXPECT_THAT(Calling([&] { list.Insert(-1, 0); }), RaisesGeneralError("List index out of bounds (-1)"));
   EXPECT_THAT(list, ElementsAre(1, 2, 3, 4, 5));
 }
 
 TEST(TList, AnEmptyListHasNoFirstNoLastAndNothingToDelete) {
   TList<int> list;
   const TList<int>& view = list;
-  EXPECT_THAT([&] { list.First() = 1; }, RaisesGeneralError("List index out of bounds (0)"));
-  EXPECT_THAT([&] { list.Last() = 1; }, RaisesGeneralError("List index out of bounds (-1)"));
-  EXPECT_THAT([&] { (void)view.First(); }, RaisesGeneralError("List index out of bounds (0)"));
-  EXPECT_THAT([&] { (void)view.Last(); }, RaisesGeneralError("List index out of bounds (-1)"));
-  EXPECT_THAT([&] { list.Delete(0); }, RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([&] { list.First() = 1; }), RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([&] { list.Last() = 1; }), RaisesGeneralError("List index out of bounds (-1)"));
+  EXPECT_THAT(Calling([&] { (void)view.First(); }), RaisesGeneralError("List index out of bounds (0)"));
+  EXPECT_THAT(Calling([&] { (void)view.Last(); }), RaisesGeneralError("List index out of bounds (-1)"));
+  EXPECT_THAT(Calling([&] { list.Delete(0); }), RaisesGeneralError("List index out of bounds (0)"));
 }
 
 TEST(TList, ItemsAreWrittenThroughEveryAccess) {

@@ -5,6 +5,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 
 class TCounter : public TPersistent {
@@ -41,13 +42,15 @@ TEST(TPersistent, AssignThroughTheBaseReachesTheDerivedClass) {
 TEST(TPersistent, AForeignSourceIsRefusedByNameAndChangesNothing) {
   TCounter target;
   target.Value = 7;
-  EXPECT_THAT([&] { target.Assign(TStranger()); }, RaisesGeneralError("Cannot assign a TStranger to a TCounter"));
+  EXPECT_THAT(Calling([&] { target.Assign(TStranger()); }),
+              RaisesGeneralError("Cannot assign a TStranger to a TCounter"));
   EXPECT_EQ(target.Value, 7);
 }
 
 TEST(TPersistent, AClassWithoutAssignTakesNothing) {
   TUnnamed target;
-  EXPECT_THAT([&] { target.Assign(TUnnamed()); }, RaisesGeneralError("Cannot assign a TPersistent to a TPersistent"));
+  EXPECT_THAT(Calling([&] { target.Assign(TUnnamed()); }),
+              RaisesGeneralError("Cannot assign a TPersistent to a TPersistent"));
 }
 
 }  // namespace

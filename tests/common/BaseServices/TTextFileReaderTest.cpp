@@ -13,6 +13,7 @@ namespace ZORBase {
 namespace {
 
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::RaisesGeneralError;
 using Test::TScratchFolder;
 using Test::TUnprivileged;
@@ -108,7 +109,7 @@ TEST_F(TTextFileReaderTest, AUtf8MarkIsPassedOverAtTheStartOnly) {
 
 TEST_F(TTextFileReaderTest, Utf16IsRefusedByItsMark) {
   for (const std::string_view text : {"\xFF\xFE\x31\x00"sv, "\xFE\xFF\x00\x31"sv, "\xFF\xFE"sv}) {
-    EXPECT_THAT([&] { LinesOf(text); },
+    EXPECT_THAT(Calling([&] { LinesOf(text); }),
                 RaisesGeneralError("\"" + FFile + "\" is UTF-16 text; save it as ASCII or UTF-8"));
   }
 }
@@ -159,13 +160,13 @@ TEST_F(TTextFileReaderTest, ALineOfTheLimitIsReadAndOneByteMoreIsRefused) {
 
     WriteFile(FFile, longest + "x" + std::string(end));
     EXPECT_THAT(
-        [&] { LinesOfFile(FFile); },
+        Calling([&] { LinesOfFile(FFile); }),
         RaisesGeneralError("\"" + FFile + "\" has a line of more than 67108864 bytes; it is no text file of points"));
   }
 }
 
 TEST_F(TTextFileReaderTest, AFileThatIsNotThereIsNamedWithTheReason) {
-  EXPECT_THAT([&] { TTextFileReader(FFolder.File("none.txt")); },
+  EXPECT_THAT(Calling([&] { TTextFileReader(FFolder.File("none.txt")); }),
               RaisesGeneralError("Cannot open file \"" + FFolder.File("none.txt") + "\". No such file or directory"));
 }
 
@@ -175,16 +176,17 @@ TEST_F(TTextFileReaderTest, AFileThatMayNotBeReadIsNamedWithTheReason) {
   std::filesystem::permissions(FFile, std::filesystem::perms::none);
   const TUnprivileged user;
   ASSERT_TRUE(user.IsOrdinary());
-  EXPECT_THAT([&] { LinesOfFile(FFile); }, RaisesGeneralError("Cannot open file \"" + FFile + "\". Permission denied"));
+  EXPECT_THAT(Calling([&] { LinesOfFile(FFile); }),
+              RaisesGeneralError("Cannot open file \"" + FFile + "\". Permission denied"));
 }
 
 TEST_F(TTextFileReaderTest, AFileWhoseBytesCannotBeReadIsNamedWithTheReason) {
-  EXPECT_THAT([&] { LinesOfFile("/proc/self/mem"); },
+  EXPECT_THAT(Calling([&] { LinesOfFile("/proc/self/mem"); }),
               RaisesGeneralError("Cannot read \"/proc/self/mem\". Input/output error"));
 }
 
 TEST_F(TTextFileReaderTest, AFolderIsNoFile) {
-  EXPECT_THAT([&] { LinesOfFile(FFolder.Path().string()); },
+  EXPECT_THAT(Calling([&] { LinesOfFile(FFolder.Path().string()); }),
               RaisesGeneralError("Cannot read \"" + FFolder.Path().string() + "\". Is a directory"));
 }
 
@@ -208,7 +210,7 @@ TEST_F(TTextFileReaderTest, AStreamIsNamedInMessages) {
   WriteFile(FFile, "\xFF\xFE");
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(FFile.c_str(), "rb"), &std::fclose);
   TTextFileReader reader(stream.get(), "standard input");
-  EXPECT_THAT([&] { reader.Next(); }, RaisesGeneralError(StartsWith("\"standard input\" is UTF-16")));
+  EXPECT_THAT(Calling([&] { reader.Next(); }), RaisesGeneralError(StartsWith("\"standard input\" is UTF-16")));
 }
 
 TEST_F(TTextFileReaderTest, TellsTheShareOfTheFileThatHasBeenRead) {

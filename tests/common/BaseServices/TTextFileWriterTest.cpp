@@ -19,6 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::string_view_literals;
+using Test::Calling;
 using Test::FileText;
 using Test::RaisesGeneralError;
 using Test::TFailingAllocations;
@@ -64,11 +65,12 @@ TEST_F(TTextFileWriterTest, ALineMadeInPlaceIsALineAndOneThatRaisesIsNone) {
       RaiseGeneralError("no more");
     });
   };
-  EXPECT_THAT(half, RaisesGeneralError("no more"));
+  EXPECT_THAT(Calling(half), RaisesGeneralError("no more"));
   writer.WriteLineOf([](std::string&) {});
   writer.Commit();
   EXPECT_EQ(FileText(FFile), "one\r\ntwo\r\n\r\n");
-  EXPECT_THAT([&] { writer.WriteLineOf([](std::string&) {}); }, RaisesGeneralError(HasSubstr("after its Commit")));
+  EXPECT_THAT(Calling([&] { writer.WriteLineOf([](std::string&) {}); }),
+              RaisesGeneralError(HasSubstr("after its Commit")));
 }
 
 TEST_F(TTextFileWriterTest, NothingWrittenGivesAnEmptyFile) {
@@ -113,9 +115,9 @@ TEST_F(TTextFileWriterTest, BehindACommitNothingMoreCanBeWritten) {
   TTextFileWriter writer(FFile);
   writer.Write("all");
   writer.Commit();
-  EXPECT_THAT([&] { writer.Write("more"); }, RaisesGeneralError(HasSubstr("after its Commit")));
-  EXPECT_THAT([&] { writer.WriteLine("more"); }, RaisesGeneralError(HasSubstr("after its Commit")));
-  EXPECT_THAT([&] { writer.Commit(); }, RaisesGeneralError(HasSubstr("after its Commit")));
+  EXPECT_THAT(Calling([&] { writer.Write("more"); }), RaisesGeneralError(HasSubstr("after its Commit")));
+  EXPECT_THAT(Calling([&] { writer.WriteLine("more"); }), RaisesGeneralError(HasSubstr("after its Commit")));
+  EXPECT_THAT(Calling([&] { writer.Commit(); }), RaisesGeneralError(HasSubstr("after its Commit")));
   EXPECT_EQ(FileText(FFile), "all");
 }
 
@@ -183,7 +185,7 @@ TEST_F(TTextFileWriterTest, ASymbolicLinkToNothingYetStaysOneAndItsTargetIsMade)
 TEST_F(TTextFileWriterTest, ALoopOfSymbolicLinksIsAnErrorAndStays) {
   fs::create_symlink("other", FFile);
   fs::create_symlink("out.txt", FFolder.File("other"));
-  EXPECT_THAT([&] { Save(FFile, "new"); },
+  EXPECT_THAT(Calling([&] { Save(FFile, "new"); }),
               RaisesGeneralError("Cannot write file \"" + FFile + "\". Too many levels of symbolic links"));
   EXPECT_TRUE(fs::is_symlink(FFile) && fs::is_symlink(FFolder.File("other")));
   EXPECT_EQ(FFolder.Count(), 2U);
@@ -193,20 +195,20 @@ TEST_F(TTextFileWriterTest, ALoopOfSymbolicLinksIsAnErrorAndStays) {
 
 TEST_F(TTextFileWriterTest, AFolderThatIsNotThereIsNamedWithTheReason) {
   const std::string file = FFolder.File("none/out.txt");
-  EXPECT_THAT([&] { TTextFileWriter{file}; },
+  EXPECT_THAT(Calling([&] { TTextFileWriter{file}; }),
               RaisesGeneralError("Cannot write file \"" + file + "\". No such file or directory"));
 }
 
 TEST_F(TTextFileWriterTest, AFolderIsNoFile) {
   const std::string folder = FFolder.Path().string();
-  EXPECT_THAT([&] { TTextFileWriter{folder}; },
+  EXPECT_THAT(Calling([&] { TTextFileWriter{folder}; }),
               RaisesGeneralError("Cannot write file \"" + folder + "\". Is a directory"));
 }
 
 TEST_F(TTextFileWriterTest, AnEmptyNameIsAnErrorThatLeavesNothing) {
   const fs::path before = fs::current_path();
   fs::current_path(FFolder.Path());
-  EXPECT_THAT([&] { Save("", "x"); }, RaisesGeneralError(StartsWith("Cannot write file \"\". ")));
+  EXPECT_THAT(Calling([&] { Save("", "x"); }), RaisesGeneralError(StartsWith("Cannot write file \"\". ")));
   fs::current_path(before);
   EXPECT_EQ(FFolder.Count(), 0U);
 }
@@ -217,7 +219,7 @@ TEST_F(TTextFileWriterTest, AFolderWithoutWritePermissionKeepsTheOldFile) {
   {
     const TUnprivileged user;
     ASSERT_TRUE(user.IsOrdinary());
-    EXPECT_THAT([&] { Save(FFile, "new"); },
+    EXPECT_THAT(Calling([&] { Save(FFile, "new"); }),
                 RaisesGeneralError("Cannot write file \"" + FFile + "\". Permission denied"));
   }
   fs::permissions(FFolder.Path(), fs::perms::owner_all);
@@ -230,7 +232,7 @@ TEST_F(TTextFileWriterTest, ADiskThatFillsUpWhileWritingLeavesTheOldFileAndNothi
   {
     const TFileSizeLimit limit(100'000);
     TTextFileWriter writer(FFile);
-    EXPECT_THAT([&] { writer.Write(std::string(1'000'000, 'x')); },
+    EXPECT_THAT(Calling([&] { writer.Write(std::string(1'000'000, 'x')); }),
                 RaisesGeneralError("Cannot write file \"" + FFile + "\". File too large"));
   }
   EXPECT_EQ(FileText(FFile), "old");
@@ -243,7 +245,8 @@ TEST_F(TTextFileWriterTest, ADiskThatFillsUpAtTheEndLeavesTheOldFileAndNothingBe
     const TFileSizeLimit limit(100);
     TTextFileWriter writer(FFile);
     writer.Write(std::string(1000, 'x'));
-    EXPECT_THAT([&] { writer.Commit(); }, RaisesGeneralError("Cannot write file \"" + FFile + "\". File too large"));
+    EXPECT_THAT(Calling([&] { writer.Commit(); }),
+                RaisesGeneralError("Cannot write file \"" + FFile + "\". File too large"));
   }
   EXPECT_EQ(FileText(FFile), "old");
   EXPECT_EQ(FFolder.Count(), 1U);
@@ -268,7 +271,7 @@ TEST_F(TTextFileWriterTest, WantOfMemoryWhileAnExistingFileIsOpenedLeavesNothing
 TEST_F(TTextFileWriterTest, AfterAFullDiskTheSameNameCanBeSavedAgain) {
   {
     const TFileSizeLimit limit(100);
-    EXPECT_THAT([&] { Save(FFile, std::string(1000, 'x')); }, RaisesGeneralError(EndsWith("File too large")));
+    EXPECT_THAT(Calling([&] { Save(FFile, std::string(1000, 'x')); }), RaisesGeneralError(EndsWith("File too large")));
   }
   Save(FFile, "new");
   EXPECT_EQ(FileText(FFile), "new");
@@ -279,7 +282,7 @@ TEST_F(TTextFileWriterTest, AfterAFullDiskTheSameNameCanBeSavedAgain) {
 
 TEST_F(TTextFileWriterTest, AFullDeviceIsAnErrorForAShortAndForALongText) {
   for (const std::size_t size : {1U, 1'000'000U}) {
-    EXPECT_THAT([&] { Save("/dev/full", std::string(size, 'x')); },
+    EXPECT_THAT(Calling([&] { Save("/dev/full", std::string(size, 'x')); }),
                 RaisesGeneralError("Cannot write file \"/dev/full\". No space left on device"));
   }
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
@@ -309,7 +312,8 @@ TEST_F(TTextFileWriterTest, APipeWhoseReaderGoesAwayIsAnError) {
   TTextFileWriter writer(FFile);
   reader.join();
   writer.Write("x");
-  EXPECT_THAT([&] { writer.Commit(); }, RaisesGeneralError("Cannot write file \"" + FFile + "\". Broken pipe"));
+  EXPECT_THAT(Calling([&] { writer.Commit(); }),
+              RaisesGeneralError("Cannot write file \"" + FFile + "\". Broken pipe"));
 }
 
 TEST_F(TTextFileWriterTest, AStreamTakesTheTextAtCommitAndStaysOpen) {
@@ -330,7 +334,7 @@ TEST_F(TTextFileWriterTest, AStreamIsNamedInMessages) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen("/dev/full", "wb"), &std::fclose);
   TTextFileWriter writer(stream.get(), "standard output");
   writer.Write("x");
-  EXPECT_THAT([&] { writer.Commit(); },
+  EXPECT_THAT(Calling([&] { writer.Commit(); }),
               RaisesGeneralError("Cannot write file \"standard output\". No space left on device"));
 }
 

@@ -9,6 +9,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 using testing::StartsWith;
 
@@ -20,16 +21,17 @@ TEST(ArcCos, GivesTheAngleBetween0AndPi) {
 }
 
 TEST(ArcCos, OneUnitOutsideIsAnErrorThatShowsTheValue) {
-  EXPECT_THAT([] { ArcCos(std::nextafter(1.0, 2.0)); },
+  EXPECT_THAT(Calling([] { ArcCos(std::nextafter(1.0, 2.0)); }),
               RaisesGeneralError("Arc cosine of a value outside [-1, 1]: 1.00000000000000022"));
-  EXPECT_THAT([] { ArcCos(std::nextafter(-1.0, -2.0)); },
+  EXPECT_THAT(Calling([] { ArcCos(std::nextafter(-1.0, -2.0)); }),
               RaisesGeneralError("Arc cosine of a value outside [-1, 1]: -1.00000000000000022"));
 }
 
 TEST(ArcCos, WhatIsNoCosineAtAllIsAnError) {
   for (const double value : {2.0, -1e308, std::numeric_limits<double>::infinity(),
                              -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
-    EXPECT_THAT([&] { ArcCos(value); }, RaisesGeneralError(StartsWith("Arc cosine of a value outside [-1, 1]: ")));
+    EXPECT_THAT(Calling([&] { ArcCos(value); }),
+                RaisesGeneralError(StartsWith("Arc cosine of a value outside [-1, 1]: ")));
   }
 }
 

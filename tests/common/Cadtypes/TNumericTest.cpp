@@ -11,6 +11,7 @@
 namespace ZORBase {
 namespace {
 
+using Test::Calling;
 using Test::RaisesGeneralError;
 
 const TGeInterval kUnit = TGeInterval::Create(-1, 1, 1e-6);
@@ -106,8 +107,9 @@ TEST(GaussLegendreRule, OnlyCountsFrom1ToTheLimitArePossible) {
   for (const int n : {0, -1, limit + 1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
     const std::string text =
         "Gauss quadrature with " + std::to_string(n) + " points; 1 to " + std::to_string(limit) + " are possible";
-    EXPECT_THAT([&] { TNumeric::GaussLegendreRule(n); }, RaisesGeneralError(text));
-    EXPECT_THAT([&] { TNumeric::GaussQuadrature([](double X) { return X; }, kUnit, n); }, RaisesGeneralError(text));
+    EXPECT_THAT(Calling([&] { TNumeric::GaussLegendreRule(n); }), RaisesGeneralError(text));
+    EXPECT_THAT(Calling([&] { TNumeric::GaussQuadrature([](double X) { return X; }, kUnit, n); }),
+                RaisesGeneralError(text));
   }
 }
 
