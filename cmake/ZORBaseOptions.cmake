@@ -2,7 +2,7 @@
 option(BUILD_SHARED_LIBS "Build ZORBase as a shared library" ON)
 option(ZORBASE_TOOLS "Build the zor command" ON)
 option(ZORBASE_TESTS "Build the tests" ON)
-option(ZORBASE_UNITY_TESTS "Compile the tests of a folder in one go, which takes a fifth of the time" ON)
+option(ZORBASE_UNITY "Compile the sources of a folder in one go where it saves time: of the tests, and of the zor command" ON)
 option(ZORBASE_EXAMPLES "Build the examples" ON)
 option(ZORBASE_BENCH "Build the benchmarks" OFF)
 option(ZORBASE_FUZZ "Build the fuzz targets, which takes clang++ and its libFuzzer" OFF)

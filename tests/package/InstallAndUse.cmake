@@ -117,10 +117,10 @@ function(step_pkg_config)
   endforeach()
 endfunction()
 
-# Unoptimised, and with common headers compiled once: what counts here is that everything fits together.
+# Unoptimised, and many sources in one go: what counts here is that everything fits together.
 function(step_add_subdirectory)
   set(build ${SCRATCH}/add-subdirectory)
-  configure(${CMAKE_CURRENT_LIST_DIR}/subproject ${build} -DCMAKE_BUILD_TYPE= -DZORBASE_SOURCE=${SOURCE})
+  configure(${CMAKE_CURRENT_LIST_DIR}/subproject ${build} -DCMAKE_BUILD_TYPE= -DCMAKE_UNITY_BUILD=ON -DZORBASE_SOURCE=${SOURCE})
   run(${CMAKE_COMMAND} --build ${build} --parallel 2)
   use(${build}/uses_subproject static)
 endfunction()

@@ -27,10 +27,10 @@ TBox BoxOf(const TList<TPoint>& Points) {
 }
 
 double ExtentOf(const TBox& Box) {
-  constexpr double kVisible = 1e-9;  // of the coordinates: less is not to be told from rounding
+  constexpr double kBeyondRounding = 1e-9;  // of the coordinates: less is not to be told from rounding
   const TPoint6D sides = Box.Max - Box.Min;
   const double farthest = std::max(Box.Max.GetPoint().Mag(), Box.Min.GetPoint().Mag());
-  const double extent = std::max({sides.X, sides.Y, sides.Z, kVisible * farthest});
+  const double extent = std::max({sides.X, sides.Y, sides.Z, kBeyondRounding * farthest});
   return extent > 0.0 ? extent : 1.0;
 }
 
