@@ -76,6 +76,9 @@ class TSearch {
 
   const TClosestPoint<TPoint>& Best() const { return FBest; }
 
+  /// Behind a break at From no place is the same as one before it, however close the parameters are.
+  void GoOnBehindBreak(double From) { FUnbrokenFrom = From; }
+
   /// Looks for a closer place between From and To, where the squared distance is D.
   void Visit(double From, double To, const TSextic& D) {
     const auto [smallest, largest] = std::minmax_element(D.begin(), D.end());
@@ -94,6 +97,19 @@ class TSearch {
       Visit(From, middle, FirstHalf(D));
       Visit(middle, To, Mirrored(FirstHalf(Mirrored(D))));
     }
+  }
+
+  /// Places come in the order of their parameters. The first of several equally close ones stays: where rounding alone tells two
+  /// apart, only the same place, found more exactly, is taken.
+  void Try(double u) {
+    constexpr double kSamePlace = 1e-9;
+    const TPoint place = CurvePoint(FBasis, FControlPoints, u);
+    const double distance = Distance(place, FPoint);
+    const bool isSamePlace = u - FBest.Param < kSamePlace && FBest.Param >= FUnbrokenFrom;
+    const double margin = isSamePlace ? 0.0 : FRounding;
+    if (!(distance < FBest.Distance - margin)) return;
+    FBest = {u, place, distance};
+    FReached = std::min(FReached, distance * distance);
   }
 
  private:
@@ -116,18 +132,6 @@ class TSearch {
     double size = Point.Mag();
     for (const TPoint& point : P) size = std::max(size, point.Mag());
     return 8.0 * std::numeric_limits<double>::epsilon() * size;
-  }
-
-  // Places come in the order of their parameters. The first of several equally close ones stays: where rounding alone tells two
-  // apart, only the same place, found more exactly, is taken.
-  void Try(double u) {
-    constexpr double kSamePlace = 1e-9;
-    const TPoint place = CurvePoint(FBasis, FControlPoints, u);
-    const double distance = Distance(place, FPoint);
-    const double margin = u - FBest.Param < kSamePlace ? 0.0 : FRounding;
-    if (!(distance < FBest.Distance - margin)) return;
-    FBest = {u, place, distance};
-    FReached = std::min(FReached, distance * distance);
   }
 
   // Half the derivative of the squared distance, and its slope.
@@ -161,6 +165,7 @@ class TSearch {
   TPoint FPoint;
   double FReached;
   double FRounding;
+  double FUnbrokenFrom = 0.0;
   TClosestPoint<TPoint> FBest{0.0, {}, std::numeric_limits<double>::infinity()};
 };
 
@@ -173,6 +178,29 @@ void RequireClamped(std::span<const double> U, const std::string& Operation) {
   if (!isClamped) RaiseGeneralError(Operation + ": the knots must rise from four zeros to four ones");
 }
 
+// At four equal inner knots, and at a fifth one at an end, the curve breaks: the intervals on the two sides share no control point.
+bool BreaksBefore(std::span<const double> U, std::size_t Span) { return Span > 3 && U[Span - 3] == U[Span]; }
+bool BreaksBehind(std::span<const double> U, std::size_t Span) {
+  return Span + 5 < U.size() && U[Span + 1] == U[Span + 4];
+}
+
+// The curve over a knot interval that is not empty: From and To are the first and the last parameter that give places of it. A knot
+// at a break belongs to what begins there; at 0 and 1 the end points stand alone then.
+template <class TPoint>
+struct TPiece {
+  double From;
+  double To;
+  bool IsBehindBreak;
+  TSextic D;
+
+  static TPiece Create(std::span<const double> U, std::span<const TPoint> P, std::size_t Span, const TPoint& Point) {
+    const bool isBehindBreak = BreaksBefore(U, Span);
+    const double from = isBehindBreak && U[Span] == 0.0 ? std::nextafter(0.0, 1.0) : U[Span];
+    const double to = BreaksBehind(U, Span) ? std::nextafter(U[Span + 1], 0.0) : U[Span + 1];
+    return {from, to, isBehindBreak, SquaredDistance(BezierPoints(U, P, Span), Point)};
+  }
+};
+
 }  // namespace
 
 template <class TPoint>
@@ -182,22 +210,26 @@ TClosestPoint<TPoint> FindClosestPoint(const TNurbsBasicFunc& Basis, std::span<c
   RequireClamped(U, operation);
   if (!std::isfinite(Distance(Point, P.front())))
     RaiseGeneralError(operation + ": the point is not finite, or too far away");
-  struct TSpanDistance {
-    double From;
-    double To;
-    TSextic D;
-  };
-  std::vector<TSpanDistance> spans;
+  std::vector<TPiece<TPoint>> pieces;
   double reached = std::numeric_limits<double>::infinity();
   for (std::size_t span = 3; span + 4 < U.size(); ++span) {
     if (U[span] == U[span + 1]) continue;
-    spans.push_back({U[span], U[span + 1], SquaredDistance(BezierPoints(U, P, span), Point)});
-    if (!std::ranges::all_of(spans.back().D, [](double value) { return std::isfinite(value); }))
+    pieces.push_back(TPiece<TPoint>::Create(U, P, span, Point));
+    const TSextic& D = pieces.back().D;
+    if (!std::ranges::all_of(D, [](double value) { return std::isfinite(value); }))
       RaiseGeneralError(operation + ": the curve reaches too far away for its distance to be measured");
-    reached = std::min({reached, spans.back().D.front(), spans.back().D.back()});
+    reached = std::min({reached, D.front(), D.back()});
   }
   TSearch<TPoint> search(Basis, P, Point, reached);
-  for (const TSpanDistance& span : spans) search.Visit(span.From, span.To, span.D);
+  if (BreaksBefore(U, 4)) search.Try(0.0);
+  for (const TPiece<TPoint>& piece : pieces) {
+    if (piece.IsBehindBreak) search.GoOnBehindBreak(piece.From);
+    search.Visit(piece.From, piece.To, piece.D);
+  }
+  if (BreaksBehind(U, U.size() - 6)) {
+    search.GoOnBehindBreak(1.0);
+    search.Try(1.0);
+  }
   return search.Best();
 }
 

@@ -18,6 +18,7 @@ struct TClosestPoint {
 
 /// \return the closest place of the curve with these knots and control points; of several that are equally close, up to
 ///         rounding, that with the smallest parameter. The squares of distances have to be numbers: about 1e-150 to 1e150.
+///         At four equal inner knots, where a curve breaks, its end just before them is found at the double below the knot.
 /// \throws the general error unless the knots are clamped on [0, 1], for a point that is not finite, and for a distance whose
 ///         square is too large for a double.
 ///
