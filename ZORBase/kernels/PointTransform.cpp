@@ -12,9 +12,9 @@ namespace {
 // Points that are looked through for far ones together.
 constexpr std::size_t kPointGroup = 4;
 
-// A register holds a column of the matrix, or the results of a point; its last lane is not used.
-constexpr std::size_t kLanes = 4;
-using TColumns = double[4][kLanes];
+// A column of the matrix, or the results of a point, with a spare number behind: so long that it fills a register.
+constexpr std::size_t kPadded = 4;
+using TColumns = double[4][kPadded];
 
 // The coordinates of a row of points, which follow each other without a gap.
 const double* CoordinatesOf(const TPoint3D* Points) { return reinterpret_cast<const double*>(Points); }
@@ -35,9 +35,9 @@ ZORBASE_INLINE void TransformGroup(const TColumns& Columns, const double* In, do
     const double x = In[p];
     const double y = In[p + 1];
     const double z = In[p + 2];
-    double sums[kLanes];
+    double sums[kPadded];
     ZORBASE_LANES
-    for (std::size_t k = 0; k < kLanes; ++k) {
+    for (std::size_t k = 0; k < kPadded; ++k) {
       sums[k] = Columns[0][k] * x + Columns[1][k] * y + Columns[2][k] * z;
       if constexpr (IsMoved) sums[k] += Columns[3][k];
     }

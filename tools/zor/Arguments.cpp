@@ -12,8 +12,6 @@
 namespace ZORBase::Tool {
 namespace {
 
-constexpr int kMaxDecimals = 12;
-
 constexpr std::array<std::string_view, 3> kMethodNames = {"equal", "chord", "centripetal"};
 
 [[noreturn]] void Refuse(const std::string& Option, std::string_view Found, const std::string& Expected) {
@@ -123,10 +121,10 @@ void AddOutput(CLI::App& Command, std::string& FileName) {
 
 void AddDecimals(CLI::App& Command, int& Decimals) {
   const auto read = [&Decimals](const std::string& Text) {
-    Decimals = static_cast<int>(CountFrom("--decimals", Text, 0, kMaxDecimals));
+    Decimals = static_cast<int>(CountFrom("--decimals", Text, 0, kMaxRowDecimals));
   };
   AddRead(Command, "--decimals", "D",
-          fmt::format("Digits after the decimal point, 0 to {} (default {})", kMaxDecimals, Decimals), read);
+          fmt::format("Digits after the decimal point, 0 to {} (default {})", kMaxRowDecimals, Decimals), read);
 }
 
 CLI::Option* AddPositive(CLI::App& Command, const std::string& Name, const std::string& ValueName,

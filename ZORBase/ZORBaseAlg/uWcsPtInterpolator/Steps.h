@@ -13,6 +13,9 @@
 
 namespace ZORBase {
 
+/// A file of poses has this many decimals.
+inline constexpr int kStepFileDecimals = 5;
+
 /// \throws the general error "Place is not finite: Values" unless all of them are finite.
 void RequireFinite(std::span<const double> Values, std::string_view Place);
 

@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::string_view kClassName = "TEulerPtInterpolator";
 
-constexpr int kFileDecimals = 5;
-
 }  // namespace
 
 TEulerPtInterpolator::TEulerPtInterpolator(const TEulerPoint& BeginPt, const TEulerPoint& EndPt, int Cnt)
@@ -69,7 +67,7 @@ std::optional<TList<TEulerPoint>> TEulerPtInterpolator::GetWcsList() const {
 
 void TEulerPtInterpolator::SaveAllToFile(const std::string& AFileName) const {
   SavePointList(AFileName, TStepRange(FCnt),
-                [this](std::string& Text, int Idx) { GetWcsPt(Idx).AppendString(Text, kFileDecimals); });
+                [this](std::string& Text, int Idx) { GetWcsPt(Idx).AppendString(Text, kStepFileDecimals); });
 }
 
 }  // namespace ZORBase

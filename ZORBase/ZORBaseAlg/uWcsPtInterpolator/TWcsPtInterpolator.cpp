@@ -23,8 +23,6 @@ constexpr double kZeroAxis = 1e-12;
 // Products of four such components, as the angle between two directions takes them, stay finite.
 constexpr double kLongestDirection = 1e75;
 
-constexpr int kFileDecimals = 5;
-
 void RequireUsable(const TPoint6D& Pose, std::string_view Place) {
   RequireFinite(Pose.ToArray(), Place);
   const bool isUsable = Pose.GetVector().Mag() <= kLongestDirection;
@@ -101,7 +99,7 @@ void TWcsPtInterpolator::GetWcsPtsbyParams(std::span<const double> Params, std::
 
 void TWcsPtInterpolator::SaveAllToFile(const std::string& AFileName) const {
   SavePointList(AFileName, TStepRange(FCnt),
-                [this](std::string& Text, int Idx) { GetWcsPt(Idx).AppendString1033(Text, kFileDecimals); });
+                [this](std::string& Text, int Idx) { GetWcsPt(Idx).AppendString1033(Text, kStepFileDecimals); });
 }
 
 }  // namespace ZORBase

@@ -14,8 +14,6 @@ namespace {
 // A six-vector that is not longer than this has no direction.
 constexpr double kZeroLength = 1e-8;
 
-constexpr int kMaxDecimals = 12;
-
 static_assert(std::is_trivially_copyable_v<TPoint6D> && sizeof(TPoint6D) == 6 * sizeof(double));
 
 constinit TPoint6D Zero;
@@ -43,7 +41,7 @@ TPoint6D ByComponent(TFunction&& Function, const TPoses&... Poses) {
 }
 
 void AppendRow(std::string& Text, const TPoint6D& P, int Digits, TNumberForm Form) {
-  AppendNumberRow(Text, P.ToArray(), std::clamp(Digits, 0, kMaxDecimals), Form);
+  AppendNumberRow(Text, P.ToArray(), std::clamp(Digits, 0, kMaxRowDecimals), Form);
 }
 
 TPoint6D ParseRow(std::string_view Text, TNumberForm Form) {

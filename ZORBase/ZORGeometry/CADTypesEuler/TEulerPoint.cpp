@@ -9,8 +9,6 @@
 namespace ZORBase {
 namespace {
 
-constexpr int kMaxDecimals = 12;
-
 static_assert(std::is_trivially_copyable_v<TEulerPoint> && sizeof(TEulerPoint) == 6 * sizeof(double));
 
 constinit TEulerPoint Zero;
@@ -24,7 +22,7 @@ double TEulerPoint::*Component(int Index) {
 }
 
 void AppendRow(std::string& Text, const TEulerPoint& P, int Decimal, TNumberForm Form) {
-  AppendNumberRow(Text, P.ToArray(), std::clamp(Decimal, 0, kMaxDecimals), Form);
+  AppendNumberRow(Text, P.ToArray(), std::clamp(Decimal, 0, kMaxRowDecimals), Form);
 }
 
 TEulerPoint ParseRow(std::string_view Text, TNumberForm Form) {

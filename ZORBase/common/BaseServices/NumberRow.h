@@ -10,6 +10,9 @@
 
 namespace ZORBase {
 
+/// Points are written with at most this many decimals; more are taken for as many.
+inline constexpr int kMaxRowDecimals = 12;
+
 /// Appends the values with Decimals digits each, parted by "," without blanks.
 ZORBASE_API void AppendNumberRow(std::string& Text, std::span<const double> Values, int Decimals, TNumberForm Form);
 
