@@ -106,7 +106,7 @@ TEST(ZorFilter, ABadLineLeavesNoFile) {
 }
 
 TEST(ZorFilter, APictureOfBothSignalsIsDrawn) {
-  if (!HasGnuplot()) FAIL() << "gnuplot is not installed (Debian: gnuplot-nox)";
+  ASSERT_TRUE(HasGnuplot());
   const TScratchFolder folder;
   const TRun run = Filtered(Cosine(10, 1000, 300), {"--fs", "1000", "--fc", "50", "--plot", folder.File("f.svg")});
   ASSERT_THAT(run, IsDone());

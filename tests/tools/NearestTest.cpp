@@ -115,7 +115,7 @@ TEST(ZorNearest, RefusesAPlaceThatIsNone) {
 }
 
 TEST(ZorNearest, ThePictureShowsThePathAndTheWayToIt) {
-  if (!HasGnuplot()) FAIL() << "gnuplot is not installed (Debian: gnuplot-nox)";
+  ASSERT_TRUE(HasGnuplot());
   const TScratchFolder folder;
   const std::string svg = folder.File("p.svg");
   EXPECT_THAT(Zor({"nearest", SampleFile("e387.xy.txt"), "--2d", "--to", "0.3,0.05", "--plot", svg}), IsDone());

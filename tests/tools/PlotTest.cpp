@@ -158,7 +158,7 @@ TEST(ZorPlot, AFullDiskMakesAnErrorAndNotHalfAPicture) {
 }
 
 TEST(ZorPlot, DrawsAllThreeReports) {
-  if (!HasGnuplot()) GTEST_SKIP() << "gnuplot is not installed (Debian: package gnuplot-nox)";
+  ASSERT_TRUE(HasGnuplot());
   const TScratchFolder folder;
   const std::string png = folder.File("p.png");
   const std::string svg = folder.File("p.svg");
@@ -172,7 +172,7 @@ TEST(ZorPlot, DrawsAllThreeReports) {
 }
 
 TEST(ZorPlot, DrawsPosesThatAllowNoPathAndASingleOne) {
-  if (!HasGnuplot()) GTEST_SKIP() << "gnuplot is not installed (Debian: package gnuplot-nox)";
+  ASSERT_TRUE(HasGnuplot());
   const TScratchFolder folder;
   for (const char* const text :
        {"1,2,3,0,0,1\n", "1,2,3,0,0,1\n1,2,3,0,0,1\n1,2,3,0,0,0\n", "0,0,0,0,0,1\n1,0,0,0,0,1\n",

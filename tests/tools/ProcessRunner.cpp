@@ -94,6 +94,9 @@ void PrintTo(const TRun& Run, std::ostream* Stream) {
           << "\", standard output of " << Run.Out.size() << " bytes \"" << Run.Out.substr(0, 2000) << "\"";
 }
 
-bool HasGnuplot() { return Shell("command -v gnuplot").Status == 0; }
+testing::AssertionResult HasGnuplot() {
+  if (Shell("command -v gnuplot").Status == 0) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << "gnuplot is not installed (Debian: gnuplot-nox)";
+}
 
 }  // namespace ZORBase::Test

@@ -55,7 +55,7 @@ inline auto RefusesUsage(const std::string& Command, const std::string& Message)
       testing::Field("Out", &TRun::Out, ""));
 }
 
-/// \return whether gnuplot can be run here.
-bool HasGnuplot();
+/// Whether gnuplot can be run here; a test that needs it fails without.
+testing::AssertionResult HasGnuplot();
 
 }  // namespace ZORBase::Test

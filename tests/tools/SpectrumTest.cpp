@@ -91,7 +91,7 @@ TEST(ZorSpectrum, TooFewSamplesAreAProblemOfTheFile) {
 }
 
 TEST(ZorSpectrum, APictureIsDrawn) {
-  if (!HasGnuplot()) FAIL() << "gnuplot is not installed (Debian: gnuplot-nox)";
+  ASSERT_TRUE(HasGnuplot());
   const TScratchFolder folder;
   WriteFile(folder.File("s.txt"), TwoCosines(100));
   const TRun run = Zor({"spectrum", folder.File("s.txt"), "--fs", "200", "--plot", folder.File("s.svg")});

@@ -156,7 +156,7 @@ TEST(ZorSurface, WhatDoesNotGoTogetherIsRefused) {
 }
 
 TEST(ZorSurface, AMapIsDrawn) {
-  if (!HasGnuplot()) FAIL() << "gnuplot is not installed (Debian: gnuplot-nox)";
+  ASSERT_TRUE(HasGnuplot());
   const TScratchFolder folder;
   for (const std::string& samples : {kSixHeights, std::string("0,0,1\n0,1,2\n0,2,1\n"), std::string("3,4,0\n")}) {
     const std::string map = folder.File("map.svg");
