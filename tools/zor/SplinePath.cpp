@@ -1,10 +1,10 @@
 #include <zor/SplinePath.h>
 
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/RisingZero.h>
 
-#include <cmath>
-#include <limits>
 #include <span>
+#include <utility>
 
 namespace ZORBase::Tool {
 
@@ -37,27 +37,15 @@ TCubicBezXD TSplinePath::Segment(int Index) const {
   return {PointAt(first), PointAt(first + 1), PointAt(first + 2), PointAt(first + 3), FLengths[index]};
 }
 
-// Newton's iteration for the zero of the length less the one asked for, which rises with the parameter; a step that leaves
-// the bracket halves it.
 double ParamAtLength(const TCubicBezXD& Segment, double Length) {
-  constexpr int kRounds = 100;
   if (!(Length > 0.0)) return 0.0;
   if (Length >= Segment.FLength) return 1.0;
-  double from = 0.0;
-  double to = 1.0;
-  double t = Length / Segment.FLength;
-  for (int round = 0; round < kRounds; ++round) {
-    const double miss = Segment.LengthOfParam(0.0, t) - Length;
-    if (miss == 0.0) return t;
-    (miss < 0.0 ? from : to) = t;
-    const double newton = t - miss / Segment.GaussLengthFunc(t);
-    const double next = newton > from && newton < to ? newton : 0.5 * (from + to);
-    if (std::fabs(next - t) <= std::numeric_limits<double>::epsilon() * t) return next;
-    t = next;
-  }
-  return t;
+  return ZeroOfRising(0.0, 1.0, Length / Segment.FLength, [&](double t) {
+    return std::pair(Segment.LengthOfParam(0.0, t) - Length, Segment.GaussLengthFunc(t));
+  });
 }
 
+// As TNurbsCurve::Curvature, but without a unit tangent: a TPointXD divided by a speed below 1e-12 is 0.
 double CurvatureAt(const TCubicBezXD& Segment, double t) {
   const TPointXD velocity = Segment.EvalDeriv(t);
   const TPointXD acceleration = Segment.EvalDeriv2(t);

@@ -2,6 +2,7 @@
 
 #include <ZORBase/ZORGeometry/NurbsGeometry/CurvePoint.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/RisingZero.h>
 
 #include <algorithm>
 #include <array>
@@ -141,23 +142,12 @@ class TSearch {
     return {away.DotMul(CK[1]), CK[1].DotMul(CK[1]) + away.DotMul(CK[2])};
   }
 
-  // Newton's iteration for the zero of the gradient, which rises from From to To; a step that leaves the bracket halves it.
+  // The zero of the gradient, which rises from From to To.
   double StationaryPlace(double From, double To) const {
-    constexpr int kRounds = 100;
     if (Gradient(From).first >= 0.0) return From;
     // To itself may belong to the next span.
     if (Gradient(std::nextafter(To, From)).first <= 0.0) return To;
-    double u = 0.5 * (From + To);
-    for (int round = 0; round < kRounds; ++round) {
-      const auto [value, slope] = Gradient(u);
-      if (value == 0.0) return u;
-      (value < 0.0 ? From : To) = u;
-      const double newton = u - value / slope;
-      const double next = newton > From && newton < To ? newton : 0.5 * (From + To);
-      if (std::fabs(next - u) <= std::numeric_limits<double>::epsilon() * u) return next;
-      u = next;
-    }
-    return u;
+    return ZeroOfRising(From, To, 0.5 * (From + To), [this](double u) { return Gradient(u); });
   }
 
   const TNurbsBasicFunc& FBasis;
