@@ -35,9 +35,6 @@ constexpr std::int64_t kUsualSamples = 16;
 // The curve needs about 2 kB for each of them.
 constexpr TRowForm kSplineRow = {0, "", "point", 1'000'000};
 
-// The curvature takes products of coordinates; up to this distance from the origin they are far from overflow.
-constexpr double kFarthest = 1e100;
-
 struct TOptions {
   std::string File;
   std::optional<std::int64_t> Samples;
@@ -59,11 +56,11 @@ TSplineFile ReadSplinePoints(const std::string& FileName) {
   ReadRows(FileName, kSplineRow, [&](std::span<const double> Row) {
     file.Points.Add(TPointXD::FromSpan(Row));
     const double distance = file.Points.Last().Mag();
-    if (distance <= kFarthest) return;
+    if (distance <= TTWoDerivCurveXD::kFarthest) return;
     RaiseGeneralError(
         fmt::format("{}, line {}: found a point {:.3g} away from the origin, expected at most {:.3g}. Look for a lost "
                     "decimal point or blank.",
-                    file.Name, file.Points.Count(), distance, kFarthest));
+                    file.Name, file.Points.Count(), distance, TTWoDerivCurveXD::kFarthest));
   });
   RequireEnough(file.Name, file.Points.Count(), 3, kSplineRow.Noun);
   return file;
@@ -71,14 +68,12 @@ TSplineFile ReadSplinePoints(const std::string& FileName) {
 
 // A point needs a neighbour that is another point: its direction comes from both chords.
 void RequireDirections(const TSplineFile& File) {
-  const TList<TPointXD>& points = File.Points;
-  for (int i = 1; i + 1 < points.Count(); ++i) {
-    if ((points[i] - points[i - 1]).Mag() + (points[i + 1] - points[i]).Mag() > 0.0) continue;
-    RaiseGeneralError(
-        fmt::format("{}, lines {} to {}: found the same point three times, expected neighbours that differ. Remove two "
-                    "of the lines.",
-                    File.Name, LineOf(i - 1), LineOf(i + 1)));
-  }
+  const std::optional<int> index = TTWoDerivCurveXD::PointWithoutDirection(File.Points);
+  if (!index) return;
+  RaiseGeneralError(
+      fmt::format("{}, lines {} to {}: found the same point three times, expected neighbours that differ. Remove two "
+                  "of the lines.",
+                  File.Name, LineOf(*index - 1), LineOf(*index + 1)));
 }
 
 TSplinePath SplineThrough(const TSplineFile& File) {

@@ -18,9 +18,6 @@ constexpr int kCorrectionSteps = 4;
 constexpr double kWeightDifference = 0.001;
 constexpr double kDamping = 0.6;
 
-// A curvature takes products of three derivatives; up to here they are far from overflow in any dimension.
-constexpr double kFarthest = 1e100;
-
 double ClampedWeight(double Weight) { return std::clamp(Weight, 0.0, 1.0); }
 
 // ---------------------------------------------------------------------------------------------- tangents
@@ -107,21 +104,28 @@ void RequireMeasurable(const TList<TPointXD>& Points) {
   TPointXD widest;
   for (const TPointXD& point : Points) widest.FDimension = std::max(widest.FDimension, point.FDimension);
   for (int i = 0; i < Points.Count(); ++i) {
-    if ((Points[i] + widest).Mag() <= kFarthest) continue;
+    if ((Points[i] + widest).Mag() <= TTWoDerivCurveXD::kFarthest) continue;
     RaiseGeneralError("TTWoDerivCurveXD.CreateCorss: point " + std::to_string(i) +
                       " (counted from 0) is not finite, or farther than 1e100 from the origin");
   }
 }
 
-void RequireChords(const TList<TPointXD>& Points) {
-  for (int i = 1; i + 1 < Points.Count(); ++i) {
-    if ((Points[i] - Points[i - 1]).Mag() + (Points[i + 1] - Points[i]).Mag() > 0.0) continue;
-    RaiseGeneralError("TTWoDerivCurveXD.CreateCorss: point " + std::to_string(i) +
-                      " (counted from 0) is the same as both its neighbours; drop one of them");
-  }
+void RequireDirections(const TList<TPointXD>& Points) {
+  const std::optional<int> index = TTWoDerivCurveXD::PointWithoutDirection(Points);
+  if (!index) return;
+  RaiseGeneralError("TTWoDerivCurveXD.CreateCorss: point " + std::to_string(*index) +
+                    " (counted from 0) is the same as both its neighbours; drop one of them");
 }
 
 }  // namespace
+
+std::optional<int> TTWoDerivCurveXD::PointWithoutDirection(const TList<TPointXD>& Points) {
+  for (int i = 1; i + 1 < Points.Count(); ++i) {
+    const bool hasChord = (Points[i] - Points[i - 1]).Mag() + (Points[i + 1] - Points[i]).Mag() > 0.0;
+    if (!hasChord) return i;
+  }
+  return std::nullopt;
+}
 
 bool TTWoDerivCurveXD::CreateCorss(const TList<TPointXD>& ctrlPt) {
   if (ctrlPt.Count() < kFewestPoints) return false;
@@ -129,7 +133,7 @@ bool TTWoDerivCurveXD::CreateCorss(const TList<TPointXD>& ctrlPt) {
     RaiseGeneralError("TTWoDerivCurveXD.CreateCorss: the object has its curve already; use a new one for another");
   }
   RequireMeasurable(ctrlPt);
-  RequireChords(ctrlPt);
+  RequireDirections(ctrlPt);
   TTWoDerivCurveXD curve;  // built aside: a failure on the way leaves this one as it was
   curve.FRenderPath = FRenderPath;
   curve.InitialThs(ctrlPt);

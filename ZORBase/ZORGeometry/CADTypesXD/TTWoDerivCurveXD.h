@@ -5,6 +5,7 @@
 #include <ZORBase/common/Export.h>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace ZORBase {
@@ -34,6 +35,14 @@ using TRenderPath = std::function<void(const TCubicBezXD&)>;
 /// Each inner point Q(j+1) has a weight in [0, 1], the share of the incoming chord's direction in its tangent.
 class ZORBASE_API TTWoDerivCurveXD {
  public:
+  /// Points may be this far from the origin. A curvature takes products of three derivatives; up to here they are far from
+  /// overflow in any dimension.
+  static constexpr double kFarthest = 1e100;
+
+  /// \return the index of the first inner point of Points whose two chords are both without length, so that nothing gives its
+  ///         direction; nothing when there is none.
+  static std::optional<int> PointWithoutDirection(const TList<TPointXD>& Points);
+
   /// Sets what takes the segments; an empty one takes none. One set during a delivery takes none of that delivery.
   void SetRenderPath(TRenderPath path) { FRenderPath = std::move(path); }
 

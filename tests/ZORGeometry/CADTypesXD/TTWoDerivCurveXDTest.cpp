@@ -276,6 +276,17 @@ TEST(TTWoDerivCurveXD, PointsThatAreNotFiniteAreNamed) {
   }
 }
 
+TEST(TTWoDerivCurveXD, ThePointThatNothingGivesADirectionIsTheFirstOneEqualToBothItsNeighbours) {
+  const TPointXD a = PointOf({0, 0});
+  const TPointXD b = PointOf({1, 0});
+  using TIndex = std::optional<int>;
+  EXPECT_EQ(TTWoDerivCurveXD::PointWithoutDirection({a, b, b, b, a, a, a}), TIndex(2));
+  EXPECT_EQ(TTWoDerivCurveXD::PointWithoutDirection({a, a, a}), TIndex(1));
+  EXPECT_EQ(TTWoDerivCurveXD::PointWithoutDirection({a, a, b, b}), TIndex());
+  EXPECT_EQ(TTWoDerivCurveXD::PointWithoutDirection({a, a}), TIndex());
+  EXPECT_EQ(TTWoDerivCurveXD::PointWithoutDirection({}), TIndex());
+}
+
 // Finite points, but a length, a square of one or the sixth power in a curvature is not.
 TEST(TTWoDerivCurveXD, PointsTooFarAwayToBeMeasuredAreNamed) {
   for (const double far : {1e104, 1e130, 1e153, 1e155, 1e200, 1.7e308}) {
