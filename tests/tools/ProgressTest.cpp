@@ -2,13 +2,18 @@
 
 #include "support/TestSupport.h"
 
+#include <pty.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace ZORBase::Tool {
 namespace {
@@ -63,6 +68,38 @@ TEST(TProgress, WorkThatIsDoneSoonStaysSilentAndIsNotHeldUp) {
 }
 
 TEST(TProgress, WithoutATerminalNothingIsShown) { EXPECT_EQ(LinesOf(200, 50, 1ms, 50, false), ""); }
+
+// What zor prints on a terminal, until the words are there or it ends.
+std::string TextOnTerminal(std::vector<std::string> Args, const std::string& Words) {
+  Args.insert(Args.begin(), ZOR_PROGRAM);
+  std::vector<char*> places;
+  for (std::string& arg : Args) places.push_back(arg.data());
+  places.push_back(nullptr);
+  int terminal = -1;
+  const pid_t process = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (process == 0) {
+    ::execv(places.front(), places.data());
+    ::_exit(127);
+  }
+  std::string text;
+  std::array<char, 256> block{};
+  while (text.find(Words) == std::string::npos) {
+    const ssize_t size = ::read(terminal, block.data(), block.size());
+    if (size <= 0) break;
+    text.append(block.data(), static_cast<std::size_t>(size));
+  }
+  ::kill(process, SIGKILL);
+  ::waitpid(process, nullptr, 0);
+  ::close(terminal);
+  return text;
+}
+
+TEST(ZorProgress, TheResponseOfALongFilterTellsHowFarItIs) {
+  const std::string words = "zor: computing the response ... ";
+  EXPECT_THAT(TextOnTerminal(
+                  {"filter", "--fs", "1", "--fc", "0.1", "--order", "999999", "--response", "-o", "/dev/null"}, words),
+              testing::HasSubstr(words));
+}
 
 }  // namespace
 }  // namespace ZORBase::Tool

@@ -184,16 +184,26 @@ void FilterTimedSamples(const TOptions& Options, TBaseLowPassFilter& Filter, TTr
 
 // ------------------------------------------------------------------------------------------------ response
 
-void WriteResponse(const TOptions& Options, const TBaseLowPassFilter& Filter) {
+// Calls Take with frequencies up to half the sample frequency and what is left of them. Each takes a sine and a cosine for every
+// coefficient, which of a million of them is some seconds.
+template <class TTake>
+void ForEachAttenuation(const TOptions& Options, const TBaseLowPassFilter& Filter, TTake&& Take) {
   constexpr int kRows = 500;
-  TSignalLine line("attenuation");
-  TRowOutput output(Options.Output, Options.Decimals);
+  TProgress progress("computing the response", kRows);
   for (int i = 0; i <= kRows; ++i) {
     const double frequency = 0.5 * *Options.Fs * i / kRows;
-    const double attenuation = Filter.CalcAttenByF(frequency);
-    line.Add(frequency, attenuation);
-    output.Add(std::array{frequency, attenuation});
+    Take(frequency, Filter.CalcAttenByF(frequency));
+    progress.Advance(i);
   }
+}
+
+void WriteResponse(const TOptions& Options, const TBaseLowPassFilter& Filter) {
+  TSignalLine line("attenuation");
+  TRowOutput output(Options.Output, Options.Decimals);
+  ForEachAttenuation(Options, Filter, [&](double Frequency, double Attenuation) {
+    line.Add(Frequency, Attenuation);
+    output.Add(std::array{Frequency, Attenuation});
+  });
   if (!Options.Plot.empty()) {
     SaveSignalPicture({fmt::format("{} filter of {} coefficients, cut-off {:g} at {:g} samples per unit of time",
                                    Options.Window, Filter.Coeff().size(), *Options.Fc, *Options.Fs),
