@@ -13,10 +13,16 @@ namespace {
 
 constinit thread_local TFileFault::TKind FaultKind{};
 constinit thread_local int FaultTimes = 0;
+constinit thread_local int CallsBefore = 0;
 constinit thread_local int FaultsSoFar = 0;
 
 bool IsToFail(TFileFault::TKind Kind) {
-  const bool isToFail = FaultKind == Kind && FaultsSoFar < FaultTimes;
+  if (FaultKind != Kind) return false;
+  if (CallsBefore > 0) {
+    --CallsBefore;
+    return false;
+  }
+  const bool isToFail = FaultsSoFar < FaultTimes;
   FaultsSoFar += isToFail ? 1 : 0;
   return isToFail;
 }
@@ -43,8 +49,9 @@ int SyncOrFail(int File) {
 
 }  // namespace
 
-TFileFault::TFileFault(TKind Kind, int Times) {
+TFileFault::TFileFault(TKind Kind, int Times, int Before) {
   FaultKind = Kind;
+  CallsBefore = Before;
   FaultTimes = Times;
   FaultsSoFar = 0;
 }

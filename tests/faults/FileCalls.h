@@ -12,8 +12,8 @@ class TFileFault {
     LostOnClosing  ///< nor can the file be closed, which only then turns out
   };
 
-  /// The first Times calls fail.
-  TFileFault(TKind Kind, int Times);
+  /// Times calls fail, behind the first Before of them.
+  TFileFault(TKind Kind, int Times, int Before = 0);
   ~TFileFault();
   TFileFault(const TFileFault&) = delete;
   TFileFault& operator=(const TFileFault&) = delete;

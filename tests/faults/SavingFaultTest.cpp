@@ -8,7 +8,9 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <random>
+#include <set>
 #include <thread>
 
 #include "faults/FaultSupport.h"
@@ -212,59 +214,141 @@ TEST_F(TSavingFault, AProcessThatIsKilledWhileItSavesAgainAndAgainLeavesOneOfThe
 
 // ------------------------------------------------------------------------------------------------ the command
 
+constexpr std::string_view kRows = "out.txt";
+constexpr std::string_view kPicture = "out.svg";
+
 struct TCommand {
   std::string Name;
-  std::vector<std::string> Args;  // behind zor; the file to write comes last
+  std::vector<std::string> Args;  // behind zor, without the files that are written
+  std::vector<std::string_view> Files;
   std::string_view Input;
 };
 
 constexpr std::string_view kPoses = "0,0,0,0,0,1\n1,0,0,0,0,1\n2,1,0,0,0,1\n3,3,0,0,0,1\n5,4,0,0,0,1\n";
 constexpr std::string_view kHeights = "0,0,0\n1,0,0\n0,1,0\n1,1,0.5\n";
+constexpr std::string_view kSignal = "1\n2\n3\n4\n5\n";
 
+// Everything that writes files.
 std::vector<TCommand> Commands() {
   return {
-      {"resample", {"resample", "in.txt", "--count", "300", "-o"}, kPoses},
-      {"spline", {"spline", "in.txt", "--samples-per-segment", "80", "-o"}, kPoses},
-      {"transform", {"transform", "in.txt", "--xyz", "1,2,3,0,0,1", "-o"}, kPoses},
-      {"convert", {"convert", "in.txt", "--from", "euler", "--to", "poses", "-o"}, kPoses},
-      {"blend", {"blend", "0,0,0,0,0,1", "10,0,0,1,0,0", "--count", "300", "-o"}, ""},
-      {"filter", {"filter", "in.txt", "--fs", "10", "--fc", "1", "-o"}, "1\n2\n3\n4\n5\n"},
-      {"filter --response", {"filter", "--fs", "10", "--fc", "1", "--response", "-o"}, ""},
-      {"surface", {"surface", "in.txt", "--grid", "20,20", "-o"}, kHeights},
+      {"resample", {"resample", "in.txt", "--count", "300"}, {kRows, kPicture}, kPoses},
+      {"spline", {"spline", "in.txt", "--samples-per-segment", "80"}, {kRows, kPicture}, kPoses},
+      {"transform", {"transform", "in.txt", "--xyz", "1,2,3,0,0,1"}, {kRows}, kPoses},
+      {"convert", {"convert", "in.txt", "--from", "euler", "--to", "poses"}, {kRows}, kPoses},
+      {"blend", {"blend", "0,0,0,0,0,1", "10,0,0,1,0,0", "--count", "300"}, {kRows}, ""},
+      {"filter", {"filter", "in.txt", "--fs", "10", "--fc", "1"}, {kRows, kPicture}, kSignal},
+      {"filter --response", {"filter", "--fs", "10", "--fc", "1", "--response"}, {kRows, kPicture}, ""},
+      {"surface", {"surface", "in.txt", "--grid", "20,20"}, {kRows, kPicture}, kHeights},
+      {"info", {"info", "in.txt"}, {kPicture}, kPoses},
+      {"fit", {"fit", "in.txt"}, {kPicture}, kPoses},
+      {"nearest", {"nearest", "in.txt", "--to", "2,2,0,0,0,1"}, {kPicture}, kPoses},
+      {"spectrum", {"spectrum", "in.txt", "--dt", "0.1"}, {kPicture}, kSignal},
   };
 }
 
-// The command in a process of its own, in the folder of the file. \return its exit status.
-int RunCommand(std::vector<std::string> Args, const std::filesystem::path& Folder, rlim_t Limit) {
-  return TChild([&] {
-           std::filesystem::current_path(Folder);
-           const TFileSizeLimit full(Limit);
-           Args.insert(Args.begin(), "zor");
-           Args.emplace_back("out.txt");
-           std::vector<char*> places;
-           for (std::string& arg : Args) places.push_back(arg.data());
-           places.push_back(nullptr);
-           return Tool::RunProgram(static_cast<int>(Args.size()), places.data());
-         })
-      .Wait();
-}
+// The commands in a folder of old files; a gnuplot draws their pictures that does nothing but print its script, twice. So no
+// other file is as long as a picture.
+class TCommandFault : public TSavingFault {
+ protected:
+  TCommandFault() {
+    WriteFile(FPrograms.File("gnuplot"), "#!/bin/sh\nscript=$(cat)\nprintf '%s\\n%s' \"$script\" \"$script\"\n");
+    std::filesystem::permissions(FPrograms.File("gnuplot"), std::filesystem::perms::owner_all);
+  }
 
-TEST_F(TSavingFault, ACommandThatCannotWriteToTheEndFailsAndLeavesTheOldFile) {
+  // Runs the command in a process of its own, where Around is done, and undone, around it. \return its exit status.
+  template <class TAround>
+  int Run(const TCommand& Command, TAround&& Around) const {
+    for (const std::string_view file : Command.Files) WriteFile(FFolder.File(file), kOldText);
+    WriteFile(FFolder.File("in.txt"), Command.Input);
+    std::vector<std::string> args = Command.Args;
+    args.insert(args.begin(), "zor");
+    for (const std::string_view file : Command.Files) {
+      args.emplace_back(file == kPicture ? "--plot" : "-o");
+      args.emplace_back(file);
+    }
+    std::vector<char*> places;
+    for (std::string& arg : args) places.push_back(arg.data());
+    places.push_back(nullptr);
+    return TChild([&] {
+             std::filesystem::current_path(FFolder.Path());
+             ::setenv("PATH", (FPrograms.Path().string() + ":/usr/bin:/bin").c_str(), 1);
+             [[maybe_unused]] const auto fault = Around();
+             return Tool::RunProgram(static_cast<int>(args.size()), places.data());
+           })
+        .Wait();
+  }
+
+  // Few in the ordinary tests: sanitizers make a process of its own a tenth of a second long.
+  static std::vector<std::size_t> CommandLimits(std::size_t Size) {
+    return IsThorough() ? Limits(Size) : std::vector{Size / 2, Size - 1};
+  }
+
+  static auto Nothing() {
+    return [] { return 0; };
+  }
+
+  std::vector<std::string> TextsOf(const TCommand& Command) const {
+    std::vector<std::string> texts;
+    for (const std::string_view file : Command.Files) texts.push_back(FileText(FFolder.File(file)));
+    return texts;
+  }
+
+  void ExpectNoOther(const TCommand& Command) {
+    EXPECT_EQ(FFolder.Count(), FFilesSoFar.size() + 1) << "a temporary file stayed after zor " << Command.Name;
+  }
+
+  // \return what the command writes when nothing fails.
+  std::vector<std::string> NewTexts(const TCommand& Command) {
+    FFilesSoFar.insert(Command.Files.begin(), Command.Files.end());
+    EXPECT_EQ(Run(Command, Nothing()), 0);
+    return TextsOf(Command);
+  }
+
+ private:
+  TScratchFolder FPrograms;
+  std::set<std::string_view> FFilesSoFar;
+};
+
+TEST_F(TCommandFault, ACommandThatCannotWriteToTheEndFailsAndLeavesTheOldFiles) {
   for (const TCommand& command : Commands()) {
     SCOPED_TRACE(command.Name);
-    WriteFile(FFolder.File("in.txt"), command.Input);
-    ASSERT_EQ(RunCommand(command.Args, FFolder.Path(), RLIM_INFINITY), 0);
-    const std::string newText = FileText(FFile);
+    const std::vector<std::string> newTexts = NewTexts(command);
     std::int64_t faults = 0;
-    for (const std::size_t limit : Limits(newText.size())) {
-      WriteFile(FFile, kOldText);
-      const bool hasRoom = limit >= newText.size();
-      EXPECT_EQ(RunCommand(command.Args, FFolder.Path(), limit), hasRoom ? 0 : 1) << "files end at " << limit;
-      EXPECT_EQ(FileText(FFile), hasRoom ? newText : kOldText);
-      EXPECT_EQ(FFolder.Count(), 2U) << "a temporary file stayed";
-      faults += hasRoom ? 0 : 1;
+    for (const std::string& text : newTexts) {
+      for (const std::size_t limit : CommandLimits(text.size())) {
+        const int status = Run(command, [&] { return TFileSizeLimit(limit); });
+        const std::vector<std::string> texts = TextsOf(command);
+        bool hasRoom = true;
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+          const bool isNew = texts[i] == newTexts[i];
+          EXPECT_TRUE(isNew ? limit >= newTexts[i].size() : texts[i] == kOldText) << command.Files[i] << ", " << limit;
+          hasRoom = hasRoom && limit >= newTexts[i].size();
+        }
+        EXPECT_EQ(status, hasRoom ? 0 : 1) << "files end at " << limit;
+        EXPECT_EQ(texts == newTexts, hasRoom) << "files end at " << limit;
+        ExpectNoOther(command);
+        faults += hasRoom ? 0 : 1;
+      }
     }
     ReportRow("write: zor " + command.Name, faults, "exit status 1; the old file stays, nothing beside it");
+  }
+}
+
+TEST_F(TCommandFault, ADiskThatDoesNotTakeOneOfTheFilesLeavesTheOldOneOfThose) {
+  for (const TCommand& command : Commands()) {
+    SCOPED_TRACE(command.Name);
+    const std::vector<std::string> newTexts = NewTexts(command);
+    for (int before = 0; before < static_cast<int>(command.Files.size()); ++before) {
+      EXPECT_EQ(Run(command, [&] { return TFileFault(TFileFault::TKind::NotOnDisk, 1, before); }), 1);
+      const std::vector<std::string> texts = TextsOf(command);
+      int news = 0;
+      for (std::size_t i = 0; i < texts.size(); ++i) {
+        news += texts[i] == newTexts[i] ? 1 : 0;
+        EXPECT_TRUE(texts[i] == newTexts[i] || texts[i] == kOldText) << command.Files[i];
+      }
+      EXPECT_EQ(news, before) << "files that are written before the one that is not";
+      ExpectNoOther(command);
+    }
   }
 }
 
