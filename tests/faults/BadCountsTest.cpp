@@ -2,8 +2,27 @@
 // it: each gives a result or raises the general error, takes little memory, and comes back.
 #include "faults/BadInput.h"
 
+#include <unistd.h>
+
+#include <thread>
+
 namespace ZORBase::Test {
 namespace {
+
+using namespace std::chrono_literals;
+
+TEST(TTimeLimitDeathTest, ACaseThatDoesNotComeBackEndsTheProcessAndIsNamed) {
+  const auto hang = [] {
+    const TTimeLimit limit("entry of 5", 20ms);
+    for (;;) ::pause();
+  };
+  EXPECT_DEATH(hang(), "took too long: entry of 5\n");
+}
+
+TEST(TTimeLimit, ACaseThatComesBackInTimeIsNotEndedLater) {
+  { const TTimeLimit limit("entry of 5", 20ms); }
+  std::this_thread::sleep_for(40ms);
+}
 
 TEST(BadCounts, GiveAResultOrTheGeneralErrorInLittleMemory) {
   const TCountEntries entries = {

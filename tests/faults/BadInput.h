@@ -2,7 +2,7 @@
 //   kBadNumbers, kBadCounts   the numbers and the counts
 //   TNumberEntry              an entry of the library that takes one
 //   Answer                    one of the calls of an entry that makes several
-//   ExpectAnAnswer            a result or the general error, in little memory
+//   ExpectAnAnswer            a result or the general error, in little memory and time
 //   PoseAt, PosesWith, PlacesWith, FittedCurve, MatrixWith, ListWith, Square   what entries work on
 #pragma once
 
@@ -47,11 +47,13 @@ inline void Answer(const std::function<void()>& Call) {
   if (outcome != TOutcome::Done && outcome != TOutcome::Refused) throw std::runtime_error("no answer");
 }
 
-/// Calls every entry with every value; each call gives a result or raises the general error, in less than kMemoryLimit.
+/// Calls every entry with every value; each call gives a result or raises the general error, in less than kMemoryLimit and than
+/// the ten seconds of TTimeLimit.
 template <class TValue, class TValues>
 void ExpectAnAnswer(const char* Subject, const std::vector<TNumberEntry<TValue>>& Entries, const TValues& Values) {
   for (const auto& entry : Entries) {
     for (const TValue value : Values) {
+      const TTimeLimit limit(entry.Name + " of " + testing::PrintToString(value));
       const TAllocationCount count;
       const TOutcome outcome = Outcome([&] { entry.Call(value); });
       const std::int64_t peak = count.PeakBytes();
@@ -60,7 +62,7 @@ void ExpectAnAnswer(const char* Subject, const std::vector<TNumberEntry<TValue>>
     }
   }
   ReportRow(std::string("bad input: ") + Subject, static_cast<std::int64_t>(Entries.size() * Values.size()),
-            "a result or the general error, in less than 64 MiB");
+            "a result or the general error, in less than 64 MiB and 10 s");
 }
 
 inline TPoint6D PoseAt(double X, double Y) { return TPoint6D::Create(X, Y, 0, 0, 0, 1); }

@@ -3,6 +3,7 @@
 #include <ZORBase/common/BaseServices/TGeneralError.h>
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,8 +11,28 @@
 #include <cstdlib>
 #include <fstream>
 #include <new>
+#include <utility>
 
 namespace ZORBase::Test {
+namespace {
+
+// What the signal's handler, which may do next to nothing, prints.
+constinit std::string_view WordsOfLimit;
+
+extern "C" void EndLateProcess(int /*Signal*/) {
+  const ssize_t written = ::write(STDERR_FILENO, WordsOfLimit.data(), WordsOfLimit.size());
+  static_cast<void>(written);  // it ends either way
+  std::abort();
+}
+
+void SetTimer(std::chrono::milliseconds Time) {
+  itimerval timer{};
+  timer.it_value.tv_sec = Time.count() / 1000;
+  timer.it_value.tv_usec = Time.count() % 1000 * 1000;
+  ::setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+}  // namespace
 
 bool IsThorough() {
   const char* const wish = std::getenv("ZORBASE_FAULTS");
@@ -36,6 +57,18 @@ TOutcome Outcome(const std::function<void()>& Action) {
   } catch (...) {
     return TOutcome::Other;
   }
+}
+
+TTimeLimit::TTimeLimit(std::string Case, std::chrono::milliseconds Time)
+    : FWords("took too long: " + std::move(Case) + "\n") {
+  WordsOfLimit = FWords;
+  std::signal(SIGALRM, EndLateProcess);
+  SetTimer(Time);
+}
+
+TTimeLimit::~TTimeLimit() {
+  SetTimer({});
+  std::signal(SIGALRM, SIG_DFL);
 }
 
 TChild::TChild(const std::function<int()>& Action) : FProcess(::fork()) {

@@ -4,10 +4,12 @@
 //   TChild               a process of its own for what may end it
 //   kOldText             what stands in a file before
 //   TOutcome, Outcome    what became of a call
+//   TTimeLimit           ends the process when a call does not come back
 #pragma once
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -33,6 +35,18 @@ enum class TOutcome { Done, NoMemory, Refused, Other };
 bool TellsOfMemory(std::string_view Text);
 
 TOutcome Outcome(const std::function<void()>& Action);
+
+/// Every call comes back within ten seconds: a case that takes longer than Time ends the process, which tells its name. One at a time.
+class TTimeLimit {
+ public:
+  explicit TTimeLimit(std::string Case, std::chrono::milliseconds Time = std::chrono::seconds(10));
+  ~TTimeLimit();
+  TTimeLimit(const TTimeLimit&) = delete;
+  TTimeLimit& operator=(const TTimeLimit&) = delete;
+
+ private:
+  std::string FWords;
+};
 
 /// A child process that prints nothing and leaves no core. It does Action and ends with the status that Action returns.
 class TChild {
