@@ -99,20 +99,6 @@ void MeasureSumOfBasis(const TMeasurement& Measurement) {
 
 // ---------------------------------------------------------------------------------------------- fitting
 
-// A path that wanders in steps of 0.3 to 1.3, anywhere in space.
-TPoint6DList Wander(TPortableRandom& Random) {
-  TPoint6DList path;
-  const int count = 4 + Random.Below(57);
-  TPoint6D at = Random.Point6D(200.0);
-  TPoint6D heading = Random.Point6D(1.0);
-  for (int i = 0; i < count; ++i) {
-    path.Add(at);
-    heading = (heading + Random.Point6D(0.7)).Normal();
-    at = at + heading * Random.Within(0.3, 1.3);
-  }
-  return path;
-}
-
 double LargestItem(const TPoint6D& P) {
   double largest = 0.0;
   for (const double item : P.ToArray()) largest = std::max(largest, std::fabs(item));
@@ -197,6 +183,10 @@ void MeasureCurves(const TMeasurement& Measurement) {
   }
   Measurement.Compare("TNurbs2D, Curvature", TMeasure::Relative, 1e-12,
                       [](TCase C) { return std::vector{PlaneCurveOf(C).Curvature(C.In.back())}; });
+  Measurement.CompareAs("TNurbs2D, 1 / CurvatureRadius", "TNurbs2D, Curvature", TMeasure::Relative, 1e-15,
+                        [](TCase C) { return std::vector{1.0 / PlaneCurveOf(C).CurvatureRadius(C.In.back())}; });
+  Measurement.Compare("TNurbs6D, Curvature", TMeasure::Relative, 1e-15,
+                      [](TCase C) { return std::vector{SpaceCurveOf(C).Curvature(C.In.back())}; });
   MeasureFitsThroughPoints(Measurement);
 }
 

@@ -2,8 +2,10 @@
 
 #include <ZORBaseAlg/kernels/LogarithmReferences.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <numbers>
 
 #include "Subjects.h"
 #include "support/PortableRandom.h"
@@ -26,16 +28,16 @@ void MeasureLogarithm(const TMeasurement& Measurement) {
   for (int i = 0; i < Measurement.Cases(1'000'000, 20'000); ++i) {
     const double x = std::ldexp(random.Within(0.5, 1.0), i % 2 == 0 ? random.Below(2000) - 1000 : random.Below(3) - 1);
     const long double exact = std::log(static_cast<long double>(x));
-    const auto error = static_cast<double>(std::fabs(Ln(x) - exact));
-    everywhere.Add(error / LastPlaceOf(static_cast<double>(exact)), [&] { return FloatToStr(x); });
+    everywhere.Add(LastPlacesOff(Ln(x), exact), [&] { return FloatToStr(x); });
   }
 }
 
 void MeasureTexts(const TMeasurement& Measurement) {
   TErrorRow& back =
       Measurement.Table.Row({"AppendFixed with all decimals, StrToFloat1033", "ulp", "text and back"}, 0.0);
-  TErrorRow& fixed = Measurement.Table.Row({"AppendFixed", "last decimal"}, kRoundedOnce);
-  TErrorRow& general = Measurement.Table.Row({"FloatToStr", "15th digit"}, kRoundedOnce);
+  TErrorRow& fixed = Measurement.Table.Row({"AppendFixed, Format1033 and Format", "last decimal"}, kRoundedOnce);
+  TErrorRow& general =
+      Measurement.Table.Row({"FloatToStr, TPointXD::ToString and TMatrix4D::ToString", "15th digit"}, kRoundedOnce);
   TPortableRandom random(12);
   for (int i = 0; i < Measurement.Cases(1'000'000, 10'000); ++i) {
     // No double of at least 2^-40 has more than 93 decimals.
@@ -58,18 +60,87 @@ void MeasureTexts(const TMeasurement& Measurement) {
   }
 }
 
+std::vector<std::string> ItemsOf(const std::string& Text) {
+  std::vector<std::string> items(1);
+  for (const char c : Text) {
+    if (c == ',') {
+      items.emplace_back();
+    } else {
+      items.back() += c;
+    }
+  }
+  return items;
+}
+
+// The worst number of a text, in units of its last decimal.
+double WorstDecimal(const std::string& Text, const std::vector<long double>& Exact, int Decimals) {
+  const std::vector<std::string> items = ItemsOf(Text);
+  long double worst = 0.0L;
+  for (std::size_t i = 0; i < Exact.size(); ++i) {
+    worst = std::max(worst, std::fabs(std::strtold(items[i].c_str(), nullptr) - Exact[i]));
+  }
+  return static_cast<double>(worst * std::pow(10.0L, Decimals));
+}
+
+// Six numbers with up to 25 decimals each.
+std::string LongRow(TPortableRandom& Random) {
+  std::string text;
+  for (int c = 0; c < 6; ++c) {
+    const double number = std::ldexp(Random.Signed(1.0), Random.Below(50) - 20);
+    AppendFixed(text, number, Random.Below(26));
+    if (c < 5) text += ',';
+  }
+  return text;
+}
+
+// Rows of numbers have a writer and a reader of their own, which work on a word of digits at a time.
+void MeasureRows(const TMeasurement& Measurement) {
+  const std::string types = "of TPoint6D and TEulerPoint, and in their files";
+  TErrorRow& written = Measurement.Table.Row({"ToString1033 and ToString " + types, "last decimal"}, kRoundedOnce);
+  TErrorRow& degrees = Measurement.Table.Row({"TEulerAng, ToStringDeg", "last decimal"}, kRoundedOnce);
+  TErrorRow& read = Measurement.Table.Row({"Parse1033 and Parse " + types, "ulp"}, kRoundedOnce);
+  TPortableRandom random(14);
+  for (int k = 0; k < Measurement.Cases(100'000, 2'000); ++k) {
+    const std::vector<double> numbers = random.Numbers(6, 1e4);
+    const TPoint6D pose = PoseIn(numbers, 0);
+    const int decimals = random.Below(13);
+    const std::string text = pose.ToString1033(decimals);
+    written.Add(WorstDecimal(text, {numbers.begin(), numbers.end()}, decimals), [&] { return text; });
+
+    const std::vector<double> angles = random.Numbers(3, 7.0);
+    const int fewDecimals = random.Below(10);
+    std::vector<long double> exact;
+    for (const double angle : angles) exact.push_back(angle * (180.0L / std::numbers::pi_v<long double>));
+    const std::string turns = TEulerAng::Create(angles[0], angles[1], angles[2]).ToStringDeg(fewDecimals);
+    degrees.Add(WorstDecimal(turns, exact, fewDecimals), [&] { return turns; });
+
+    const std::string row = LongRow(random);
+    const std::vector<double> parsed = Components(TPoint6D::Parse1033(row));
+    const std::vector<std::string> items = ItemsOf(row);
+    for (std::size_t i = 0; i < parsed.size(); ++i) {
+      const long double number = std::strtold(items[i].c_str(), nullptr);
+      read.Add(number == parsed[i] ? 0.0 : LastPlacesOff(parsed[i], number), [&] { return items[i]; });
+    }
+  }
+}
+
 }  // namespace
 
 void MeasureNumbers(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Numbers");
   Measurement.Compare("SafeDiv", TMeasure::Ulp, kRoundedOnce,
                       [](TCase C) { return std::vector{SafeDiv(C.In[0], C.In[1], 1e-9)}; });
+  Measurement.CompareAs("SafeDivXD", "SafeDiv", TMeasure::Ulp, kRoundedOnce,
+                        [](TCase C) { return std::vector{SafeDivXD(C.In[0], C.In[1], 1e-9)}; });
+  Measurement.CompareAs("TEulerAng, CreatebyDegree", "DegToRad", TMeasure::Ulp, 1.5,
+                        [](TCase C) { return std::vector{TEulerAng::CreatebyDegree(0.0, C.In[0], 0.0).Ry}; });
   Measurement.Compare("DegToRad", TMeasure::Ulp, 1.5, [](TCase C) { return std::vector{DegToRad(C.In[0])}; });
   Measurement.Compare("RadToDeg", TMeasure::Ulp, 1.5, [](TCase C) { return std::vector{RadToDeg(C.In[0])}; });
   Measurement.Compare("ArcCos", TMeasure::Ulp, 1.0, [](TCase C) { return std::vector{ArcCos(C.In[0])}; });
-  Measurement.Compare("StrToFloat1033", TMeasure::Ulp, kRoundedOnce,
-                      [](TCase C) { return std::vector{StrToFloat1033(C.Text)}; });
+  Measurement.CompareAs("StrToFloat1033, StrToFloat and TryStrToFloat", "StrToFloat1033", TMeasure::Ulp, kRoundedOnce,
+                        [](TCase C) { return std::vector{StrToFloat1033(C.Text)}; });
   MeasureTexts(Measurement);
+  MeasureRows(Measurement);
   MeasureLogarithm(Measurement);
 }
 

@@ -13,6 +13,11 @@ void MeasureQuaternions(const TMeasurement& Measurement) {
   const auto q = [](TCase C) { return QuaternionIn(C.In, 0); };
   Measurement.Compare("TQuaternion, product", TMeasure::Eps, 2.5,
                       [=](TCase C) { return Components(q(C) * QuaternionIn(C.In, 4)); });
+  Measurement.Compare("TQuaternion, NormMagSqr", TMeasure::Ulp, 2.5,
+                      [=](TCase C) { return std::vector{q(C).NormMagSqr()}; });
+  Measurement.Compare("TQuaternion, NormMag", TMeasure::Ulp, 2.0, [=](TCase C) { return std::vector{q(C).NormMag()}; });
+  Measurement.Compare("TQuaternion, DotMul", TMeasure::Eps, 1.5,
+                      [=](TCase C) { return std::vector{q(C).DotMul(QuaternionIn(C.In, 4))}; });
   Measurement.Compare("TQuaternion, Inverse", TMeasure::Eps, 3.0, [=](TCase C) { return Components(q(C).Inverse()); });
   Measurement.Compare("TQuaternion, ToMatrix4D", TMeasure::Eps, 3.0,
                       [=](TCase C) { return Rotation(q(C).ToMatrix4D()); });
@@ -29,8 +34,10 @@ void MeasureQuaternions(const TMeasurement& Measurement) {
     result.Exp(SpacePointIn(C.In, 0));
     return Components(result);
   });
-  Measurement.Compare(
-      "TQuaternion, Log", TMeasure::Eps, 64.0, [=](TCase C) { return Components(q(C).Log()); }, kArcRemark);
+  const auto log = [=](TCase C) { return Components(q(C).Log()); };
+  Measurement.Compare("TQuaternion, Log", TMeasure::Eps, 64.0, log, kArcRemark);
+  Measurement.Compare("TQuaternion, Log, of another magnitude than 1", TMeasure::Eps, 8.0, log,
+                      "which is divided by twice, on purpose");
 }
 
 void MeasureBlends(const TMeasurement& Measurement) {
@@ -56,6 +63,20 @@ void MeasureBlends(const TMeasurement& Measurement) {
   Measurement.Compare(
       "MatrixAngle", TMeasure::Eps, 64.0,
       [](TCase C) { return std::vector{MatrixAngle(MatrixIn(C.In, 0), MatrixIn(C.In, 12))}; }, kArcRemark);
+}
+
+void MeasurePoseBlends(const TMeasurement& Measurement) {
+  const auto at = [](TCase C, std::size_t Pose) { return MatrixIn(C.In, 1 + 12 * Pose); };
+  const std::string remark = "the rounding of the given entries included; translations of some 0.5";
+  Measurement.Compare(
+      "NLerp4DMatrix", TMeasure::Eps, 4.0,
+      [=](TCase C) { return Components(NLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
+  Measurement.Compare(
+      "SLerp4DMatrix", TMeasure::Eps, 8.0,
+      [=](TCase C) { return Components(SLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
+  Measurement.Compare(
+      "Squad4DMatrix", TMeasure::Eps, 16.0,
+      [=](TCase C) { return Components(Squad4DMatrix(C.In[0], at(C, 0), at(C, 1), at(C, 2), at(C, 3))); }, remark);
 }
 
 // ---------------------------------------------------------------------------------------------- round trips
@@ -114,6 +135,7 @@ void MeasureOrientations(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Quaternions and blends");
   MeasureQuaternions(Measurement);
   MeasureBlends(Measurement);
+  MeasurePoseBlends(Measurement);
 }
 
 void MeasureRoundTrips(const TMeasurement& Measurement) {

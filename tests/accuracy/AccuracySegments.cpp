@@ -7,12 +7,14 @@
 namespace ZORBase::Test {
 namespace {
 
+TBezierSegment2D PlaneSegment(TCase Case) {
+  return TBezierSegment2D::Create(PointIn(Case.In, 0), PointIn(Case.In, 2), PointIn(Case.In, 4), PointIn(Case.In, 6));
+}
+
 // The point and its three derivatives.
 std::array<TPoint2D, 4> PlaneSegmentAt(TCase Case) {
-  const auto segment =
-      TBezierSegment2D::Create(PointIn(Case.In, 0), PointIn(Case.In, 2), PointIn(Case.In, 4), PointIn(Case.In, 6));
   std::array<TPoint2D, 4> results;
-  segment.EvalPoint(Case.In[8], results[0], results[1], results[2], results[3]);
+  PlaneSegment(Case).EvalPoint(Case.In[8], results[0], results[1], results[2], results[3]);
   return results;
 }
 
@@ -35,6 +37,11 @@ void MeasurePlaneSegments(const TMeasurement& Measurement) {
         return std::vector{s1.X, s1.Y, s2.X, s2.Y, s3.X, s3.Y};
       },
       "of a segment's own derivatives, with their rounding");
+  Measurement.Compare("TBezierSegmentHelper, EvalDerVector", TMeasure::Relative, 4e-15, [](TCase C) {
+    TPoint2D tangent, curvature;
+    TBezierSegmentHelper::EvalDerVector(PlaneSegment(C), C.In[8], tangent, curvature);
+    return std::vector{tangent.X, tangent.Y, curvature.X, curvature.Y};
+  });
 }
 
 void MeasureSpaceSegments(const TMeasurement& Measurement) {
@@ -45,13 +52,54 @@ void MeasureSpaceSegments(const TMeasurement& Measurement) {
       return Components(results[order]);
     });
   }
+  const std::string first = "TCubicBezXD, derivative 1", second = "TCubicBezXD, derivative 2";
+  Measurement.CompareAs("TCubicBezXD, EvalDeriv", first, TMeasure::Eps, 0.6,
+                        [](TCase C) { return Components(SpaceSegment(C).EvalDeriv(C.In[12])); });
+  Measurement.CompareAs("TCubicBezXD, EvalDeriv2", second, TMeasure::Eps, 0.6,
+                        [](TCase C) { return Components(SpaceSegment(C).EvalDeriv2(C.In[12])); });
+  Measurement.Compare("TCubicBezXD, GaussLengthFunc", TMeasure::Eps, 0.6,
+                      [](TCase C) { return std::vector{SpaceSegment(C).GaussLengthFunc(C.In[12])}; });
   const auto length = [](TCase C) { return std::vector{SpaceSegment(C).LengthOfParam(0.0, C.In[12])}; };
   Measurement.Compare("TCubicBezXD, LengthOfParam", TMeasure::Relative, 1e-3, length, "14-point quadrature, by design");
   Measurement.Compare("TCubicBezXD, LengthOfParam, against the 14-point rule itself", TMeasure::Eps, 8.0, length);
+  Measurement.Compare("TCubicBezXD, CurveLength, against the 14-point rule itself", TMeasure::Eps, 8.0,
+                      [](TCase C) { return std::vector{SpaceSegment(C).CurveLength()}; });
   Measurement.Compare(
       "TCubicBezXD, ParamOfLength", TMeasure::Absolute, 1e-3,
       [](TCase C) { return std::vector{SpaceSegment(C).ParamOfLength(C.In[12])}; },
       "halving steps until the length is within 1e-4, by design");
+}
+
+std::vector<double> TunedWeights(TCase Case, std::vector<double>& Handles) {
+  TList<TPointXD> points;
+  for (std::size_t i = 0; i < Case.In.size(); i += 3) points.Add(SpacePointIn(Case.In, i));
+  TTWoDerivCurveXD curve;
+  curve.SetRenderPath([&](const TCubicBezXD& Segment) {
+    for (const TPointXD& handle : {Segment.FP1, Segment.FP2}) {
+      for (const double item : Components(handle)) Handles.push_back(item);
+    }
+  });
+  curve.CreateCorss(points);
+  return {curve.BezWeightList().begin(), curve.BezWeightList().end()};
+}
+
+void MeasureTunedCurves(const TMeasurement& Measurement) {
+  const std::string remark = "four secant steps over 0.001, which divides by small differences";
+  Measurement.Compare(
+      "TTWoDerivCurveXD, weights", TMeasure::Absolute, 1e-10,
+      [](TCase C) {
+        std::vector<double> handles;
+        return TunedWeights(C, handles);
+      },
+      remark);
+  Measurement.Compare(
+      "TTWoDerivCurveXD, handles", TMeasure::Relative, 1e-10,
+      [](TCase C) {
+        std::vector<double> handles;
+        TunedWeights(C, handles);
+        return handles;
+      },
+      remark);
 }
 
 // The angle by which the directions of neighbouring segments differ where they meet.
@@ -88,14 +136,45 @@ void MeasureQuadrature(const TMeasurement& Measurement) {
   row.Add(std::fabs(integral - 1.0) / kEpsilon, std::string("the one"));
 }
 
+// A rule of N points is exact for polynomials of degree 2 N - 1.
+void MeasurePolynomials(const TMeasurement& Measurement) {
+  TErrorRow& row = Measurement.Table.Row(
+      {"GaussQuadrature of polynomials of degree 2 N - 1", "eps", "scale: the integral of the magnitudes"}, 4.0);
+  TPortableRandom random(42);
+  for (int k = 0; k < Measurement.Cases(10'000, 500); ++k) {
+    const int points = 1 + random.Below(10);
+    const std::vector<double> coefficients = random.Numbers(2 * static_cast<std::size_t>(points), 1.0);
+    const double from = random.Within(-1.5, 0.0), to = random.Within(0.0, 1.5);
+    const auto value = [&](double x) {
+      double sum = 0.0;
+      for (std::size_t i = coefficients.size(); i-- > 0;) sum = sum * x + coefficients[i];
+      return sum;
+    };
+    long double exact = 0.0L;
+    long double size = 0.0L;
+    for (std::size_t i = 0; i < coefficients.size(); ++i) {
+      const auto power = static_cast<int>(i) + 1;
+      const long double below = std::pow(static_cast<long double>(from), power);
+      const long double above = std::pow(static_cast<long double>(to), power);
+      exact += coefficients[i] * (above - below) / power;
+      size += std::fabs(coefficients[i]) * (std::fabs(above) + std::fabs(below)) / power;
+    }
+    const double integral = TNumeric::GaussQuadrature(value, TGeInterval::Create(from, to, 0.0), points);
+    row.Add(static_cast<double>(std::fabs(integral - exact) / size) / kEpsilon,
+            [k] { return "number " + std::to_string(k); });
+  }
+}
+
 }  // namespace
 
 void MeasureSegments(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Segments, joints and quadrature");
   MeasurePlaneSegments(Measurement);
   MeasureSpaceSegments(Measurement);
+  MeasureTunedCurves(Measurement);
   MeasureJoints(Measurement);
   MeasureQuadrature(Measurement);
+  MeasurePolynomials(Measurement);
 }
 
 }  // namespace ZORBase::Test

@@ -5,6 +5,7 @@
 #include <complex>
 #include <memory>
 #include <numbers>
+#include <utility>
 
 #include "Subjects.h"
 #include "support/PortableRandom.h"
@@ -61,11 +62,42 @@ double SpectrumError(const TFFT& Transform, const std::vector<TExact>& Exact) {
   return static_cast<double>(std::sqrt(error / size));
 }
 
+// In [0, 2 pi).
+long double ExactArgument(const TExact& Value) {
+  const long double argument = std::arg(Value);
+  return argument < 0.0L ? argument + 2.0L * std::numbers::pi_v<long double> : argument;
+}
+
+void MeasureBins(const TFFT& Transform, const std::string& Where, TErrorRow& Phases, TErrorRow& Frequencies) {
+  const long double count = 2.0L * Transform.Count();
+  for (int k = 0; k < Transform.Count(); ++k) {
+    const TComplex bin = Transform.Spectrum()[static_cast<std::size_t>(k)];
+    const long double phase = ExactArgument({bin.real, bin.imag}) * (180.0L / std::numbers::pi_v<long double>);
+    Phases.Add(static_cast<double>(std::fabs(Transform.getPhase(k) - phase)), Where);
+    Frequencies.Add(LastPlacesOff(Transform.getFrq(k), k / (count * Transform.Dt())), Where);
+  }
+}
+
+void MeasureTwiddles(const TMeasurement& Measurement) {
+  TErrorRow& row = Measurement.Table.Row({"TFFT, Wn_i", "eps", "angles up to a whole turn"}, 4.0);
+  TPortableRandom random(64);
+  for (int i = 0; i < Measurement.Cases(100'000, 2'000); ++i) {
+    const int n = 1 + random.Below(4096), p = random.Below(n);
+    const long double angle = 2.0L * std::numbers::pi_v<long double> * p / n;
+    TComplex w;
+    TFFT::Wn_i(n, p, w, 1);
+    const long double error = std::max(std::fabs(w.real - std::cos(angle)), std::fabs(w.imag + std::sin(angle)));
+    row.Add(static_cast<double>(error) / kEpsilon, [&] { return Format1033("N = %d, P = %d", n, p); });
+  }
+}
+
 void MeasureSpectra(const TMeasurement& Measurement) {
   TErrorRow& noise = Measurement.Table.Row({"TFFT, spectrum of noise", "eps sqrt(log2 N)", "root mean square"}, 1.5);
   TErrorRow& tones =
       Measurement.Table.Row({"TFFT, spectrum of three tones", "eps sqrt(log2 N)", "root mean square"}, 1.5);
   TErrorRow& amplitude = Measurement.Table.Row({"TFFT, getAmp", "of the largest amplitude"}, 1e-14);
+  TErrorRow& phase = Measurement.Table.Row({"TFFT, getPhase", "degrees", "of the bin as it was computed"}, 2e-13);
+  TErrorRow& frequency = Measurement.Table.Row({"TFFT, getFrq", "ulp"}, 1.5);
   TPortableRandom random(61);
   const unsigned powers = Measurement.Effort == TEffort::Full ? 20 : 12;
   for (unsigned power = 2; power <= powers; ++power) {
@@ -81,6 +113,7 @@ void MeasureSpectra(const TMeasurement& Measurement) {
       transform.CalFFT(Samples, static_cast<int>(n), 0.001);
       const std::vector<TExact> exact = ExactTransform({Samples.begin(), Samples.end()});
       Row.Add(SpectrumError(transform, exact) / (kEpsilon * std::sqrt(power)), where);
+      MeasureBins(transform, where, phase, frequency);
       long double largest = 0.0L;
       for (std::size_t k = 0; k < n / 2; ++k) largest = std::max(largest, std::abs(exact[k]));
       for (int k = 0; k < transform.Count(); ++k) {
@@ -94,8 +127,20 @@ void MeasureSpectra(const TMeasurement& Measurement) {
   }
 }
 
+// The error in eps of the exact magnitude.
+double MagnitudesOff(const TComplex& Value, const TExact& Exact) {
+  return static_cast<double>(std::abs(TExact(Value.real, Value.imag) - Exact) / std::abs(Exact)) / kEpsilon;
+}
+
+TExact Multiplied(const TExact& A, const TExact& B) {
+  return {A.real() * B.real() - A.imag() * B.imag(), A.real() * B.imag() + A.imag() * B.real()};
+}
+
 void MeasureComplex(const TMeasurement& Measurement) {
   TErrorRow& quotient = Measurement.Table.Row({"TComplex, A / B", "eps", "by the magnitude of the quotient"}, 4.0);
+  TErrorRow& product = Measurement.Table.Row({"TComplex, A * B", "eps", "by the magnitude of the product"}, 2.0);
+  TErrorRow& power = Measurement.Table.Row(
+      {"TComplex, ComplexPower", "eps", "by N times the magnitude of the power, N up to 40"}, 2.0);
   TErrorRow& norm = Measurement.Table.Row({"TComplex, getNorm", "ulp"}, 2.0);
   TErrorRow& angle = Measurement.Table.Row({"TComplex, getAngle", "rad"}, 2e-15);
   TPortableRandom random(62);
@@ -104,17 +149,18 @@ void MeasureComplex(const TMeasurement& Measurement) {
     const TComplex a{p.X, p.Y}, b{q.X, q.Y};
     const TExact x(a.real, a.imag), y(b.real, b.imag);
     const auto where = [&] { return Format1033("(%.17f, %.17f)", a.real, a.imag); };
-    const TComplex result = a / b;
     const long double square = std::norm(y);
     const TExact exact(((x.real() * y.real()) + (x.imag() * y.imag())) / square,
                        ((x.imag() * y.real()) - (x.real() * y.imag())) / square);
-    quotient.Add(static_cast<double>(std::abs(TExact(result.real, result.imag) - exact) / std::abs(exact)) / kEpsilon,
-                 where);
-    const auto length = static_cast<double>(std::abs(x));
-    norm.Add(static_cast<double>(std::fabs(a.getNorm() - std::abs(x))) / LastPlaceOf(length), where);
-    long double argument = std::atan2(x.imag(), x.real());
-    if (argument < 0.0L) argument += 2.0L * std::numbers::pi_v<long double>;
-    angle.Add(static_cast<double>(std::fabs(a.getAngle() - argument)), where);
+    quotient.Add(MagnitudesOff(a / b, exact), where);
+    product.Add(MagnitudesOff(a * b, Multiplied(x, y)), where);
+    norm.Add(LastPlacesOff(a.getNorm(), std::abs(x)), where);
+    angle.Add(static_cast<double>(std::fabs(a.getAngle() - ExactArgument(x))), where);
+    if (i % 10 != 0) continue;
+    const int exponent = 1 + random.Below(40);
+    TExact raised = x;
+    for (int k = 1; k < exponent; ++k) raised = Multiplied(raised, x);
+    power.Add(MagnitudesOff(a.ComplexPower(exponent), raised) / exponent, where);
   }
 }
 
@@ -131,12 +177,36 @@ std::unique_ptr<TBaseLowPassFilter> FilterOf(const TReferenceFilter& Reference) 
   return filter;
 }
 
+// Where the table of the response falls through a value, and nowhere else, the frequency lies on the line between two rows.
+void MeasureReverseLookUp(const TBaseLowPassFilter& Filter, TPortableRandom& Random, const std::string& Where,
+                          TErrorRow& Row) {
+  const TAttenuationAndFList& table = Filter.attList();
+  for (int i = 0; i + 1 < table.Count(); ++i) {
+    const TAttenuationAndF &before = table[i], &behind = table[i + 1];
+    const double atten = Random.Within(behind.atten, before.atten);
+    const auto isAbove = [atten](const TAttenuationAndF& At) { return At.atten > atten; };
+    const bool fallsOnce =
+        std::is_partitioned(table.begin(), table.end(), isAbove) && isAbove(before) && !isAbove(behind);
+    if (!fallsOnce || before.atten - behind.atten < 1e-3) continue;
+    const long double share =
+        (static_cast<long double>(before.atten) - atten) / (static_cast<long double>(before.atten) - behind.atten);
+    const long double frequency = before.frq + share * (static_cast<long double>(behind.frq) - before.frq);
+    Row.Add(static_cast<double>(std::fabs(Filter.CalcRouphFByAtten(atten) - frequency) / frequency), Where);
+  }
+}
+
 void MeasureFilters(const TMeasurement& Measurement) {
   TErrorRow& coefficients =
       Measurement.Table.Row({"Low-pass filters, coefficients", "of the largest coefficient"}, 1e-14);
   TErrorRow& response =
       Measurement.Table.Row({"Low-pass filters, CalcAttenByF", "absolute", "1 is no attenuation"}, 1e-12);
   TErrorRow& output = Measurement.Table.Row({"Low-pass filters, Filt", "of the sum of the magnitudes"}, 1e-14);
+  TErrorRow& weighted =
+      Measurement.Table.Row({"Low-pass filters, CalcSimuSignalMutiply", "of the sum of the magnitudes"}, 1e-14);
+  TErrorRow& time = Measurement.Table.Row({"Low-pass filters, Tc", "ulp"}, 0.501);
+  TErrorRow& frequency = Measurement.Table.Row({"Low-pass filters, CalcRouphFByAtten", "relative",
+                                                "of the line between two rows, which lie some 1e-3 apart or more"},
+                                               1e-12);
   TPortableRandom random(63);
   for (const TReferenceFilter& reference : kReferenceFilters) {
     const std::unique_ptr<TBaseLowPassFilter> filter = FilterOf(reference);
@@ -162,6 +232,92 @@ void MeasureFilters(const TMeasurement& Measurement) {
       size += std::fabs(product);
     }
     output.Add(static_cast<double>(std::fabs(filtered - sum) / size), where);
+    const double simulated = filter->CalcSimuSignalMutiply(samples, static_cast<int>(samples.size()));
+    weighted.Add(static_cast<double>(std::fabs(simulated - sum) / size), where);
+    time.Add(LastPlacesOff(filter->Tc(), 1.0L / reference.fs), where);
+    MeasureReverseLookUp(*filter, random, where, frequency);
+  }
+}
+
+void MeasureWindows(const TMeasurement& Measurement) {
+  TErrorRow& row = Measurement.Table.Row({"Low-pass filters, GetWindowEff", "eps"}, 4.0);
+  constexpr long double pi = std::numbers::pi_v<long double>;
+  THammingLowPassFilter hamming;
+  TBlackmanLowPassFilter blackman;
+  for (const int n : {3, 5, 17, 101, 501}) {
+    for (TLowPassWindowFilter* const filter :
+         {static_cast<TLowPassWindowFilter*>(&hamming), static_cast<TLowPassWindowFilter*>(&blackman)}) {
+      filter->SetFilterOrder(n);
+      filter->CalN();
+    }
+    for (int i = 0; i < n; ++i) {
+      const int d = i - (n - 1) / 2;
+      const long double turn = 2.0L * pi * d / (n - 1);
+      const long double first = 0.54L + 0.46L * std::cos(turn);
+      const long double second = 0.42L + 0.5L * std::cos(turn) + 0.08L * std::cos(4.0L * pi * d / n);
+      const auto where = [&] { return Format1033("i = %d of %d", i, n); };
+      row.Add(static_cast<double>(std::fabs(hamming.GetWindowEff(i) - first)) / kEpsilon, where);
+      row.Add(static_cast<double>(std::fabs(blackman.GetWindowEff(i) - second)) / kEpsilon, where);
+    }
+  }
+}
+
+// The samples of an irregularly timed signal, in the extended format: between two of them it is a straight line.
+class TExactResampling {
+ public:
+  explicit TExactResampling(const TBaseLowPassFilter& Filter) : FFilter(Filter), FRing(Filter.Coeff().size(), 0.0L) {}
+
+  /// Takes a sample. \return the outputs that are due, each with the sum of the magnitudes of its terms.
+  std::vector<std::pair<long double, long double>> Take(double Value, double Step) {
+    std::vector<std::pair<long double, long double>> outputs;
+    FTime += Step;
+    for (; FTime >= FFilter.Tc(); FTime -= FFilter.Tc()) {
+      FRing.push_back(FRing.back() + (Value - FRing.back()) * FFilter.Tc() / FTime);
+      FRing.erase(FRing.begin());
+      long double sum = 0.0L;
+      long double size = 0.0L;
+      for (std::size_t i = 0; i < FRing.size(); ++i) {
+        sum += FFilter.Coeff()[i] * FRing[i];
+        size += std::fabs(FFilter.Coeff()[i] * FRing[i]);
+      }
+      outputs.emplace_back(sum, size);
+    }
+    return outputs;
+  }
+
+ private:
+  const TBaseLowPassFilter& FFilter;
+  std::vector<long double> FRing;
+  long double FTime = 0.0L;
+};
+
+void MeasureResampling(const TMeasurement& Measurement) {
+  TErrorRow& row = Measurement.Table.Row(
+      {"Low-pass filters, RandomTimeFilt", "of the sum of the magnitudes", "with the rounding of the times"}, 1e-12);
+  TErrorRow& elapsed = Measurement.Table.Row({"Low-pass filters, RandomTimeFilt, elapsed", "ulp"}, 2.0);
+  TPortableRandom random(65);
+  for (int i = 0; i < Measurement.Cases(20, 2); ++i) {
+    THammingLowPassFilter filter, timed;
+    for (THammingLowPassFilter* const one : {&filter, &timed}) {
+      one->SetFsample(1000.0 + i);
+      one->SetFcenter(90.0);
+      one->Initialize(0.0);
+    }
+    TExactResampling exact(filter);
+    for (int k = 0; k < 500; ++k) {
+      const double value = random.Signed(1.0), step = random.Within(0.0, 4.0) * filter.Tc();
+      const auto outputs = exact.Take(value, step);
+      std::vector<double> results(8);
+      const int due = filter.RandomTimeFilt(value, step, results);
+      const auto where = [&] { return Format1033("signal %d, sample %d", i, k); };
+      if (static_cast<std::size_t>(due) != outputs.size()) row.Add(kInfinity, where);
+      for (std::size_t n = 0; n < std::min(outputs.size(), results.size()); ++n) {
+        row.Add(static_cast<double>(std::fabs(results[n] - outputs[n].first) / outputs[n].second), where);
+      }
+      double time = 0.0;
+      timed.RandomTimeFilt(value, step, time);
+      if (due > 0) elapsed.Add(LastPlacesOff(time, static_cast<long double>(timed.Tc()) * due), where);
+    }
   }
 }
 
@@ -170,8 +326,11 @@ void MeasureFilters(const TMeasurement& Measurement) {
 void MeasureSignals(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Spectra and filters");
   MeasureSpectra(Measurement);
+  MeasureTwiddles(Measurement);
   MeasureComplex(Measurement);
   MeasureFilters(Measurement);
+  MeasureWindows(Measurement);
+  MeasureResampling(Measurement);
 }
 
 }  // namespace ZORBase::Test

@@ -106,36 +106,83 @@ void MeasureDecompositions(const TMeasurement& Measurement) {
   const std::string scale = "scale: cond norm(x) + cond^2 norm(residual) / norm(A)";
   Measurement.Compare("MatrixDivUsingSvd", TMeasure::Eps, limit, solution, scale);
   Measurement.Compare("MatrixDivUsingSvd, Hilbert matrices", TMeasure::Eps, limit, solution, scale);
+  Measurement.Compare("SvdBackSubstitute", TMeasure::Eps, 4.0, [](TCase C) {
+    const int m = static_cast<int>(C.In[0]);
+    const int n = static_cast<int>(C.In[1]);
+    const auto rows = static_cast<std::size_t>(m), columns = static_cast<std::size_t>(n);
+    std::span<const double> numbers = std::span(C.In).subspan(2);
+    const auto take = [&](std::size_t Count) {
+      const auto taken = numbers.first(Count);
+      numbers = numbers.subspan(Count);
+      return taken;
+    };
+    const auto u = take(rows * columns), w = take(columns), v = take(columns * columns), b = take(rows);
+    std::vector<double> x(columns);
+    SvdBackSubstitute(u, w, v, m, n, b, x);
+    return x;
+  });
 }
+
+namespace {
+
+// What a fit gives, with the sign of the reference: the normal, and what is to be added to it.
+struct TFitted {
+  std::vector<double> Normal;
+  double Offset = 0.0;
+  double Ratio = 0.0;
+};
+
+TFitted FittedPlane(TCase Case) {
+  const TDoubleList points{std::span<const double>(Case.In)};
+  double a = 0, b = 0, c = 0, d = 0, ratio = 0;
+  FitPlaneUsingSvd(&points, a, b, c, d, ratio);
+  return {{a, b, c}, d, ratio};
+}
+
+TFitted FittedLine(TCase Case) {
+  const TDoubleList points{std::span<const double>(Case.In)};
+  double a = 0, b = 0, c = 0;
+  FitLineUsingSvd(&points, a, b, c);
+  return {{a, b}, c, 0.0};
+}
+
+// References are the normal, the offset and, of planes, the ratio and what it is divided by for its error in eps.
+void MeasureFit(const TMeasurement& Measurement, const std::string& Fit, TFitted (*Function)(TCase),
+                double NormalLimit) {
+  const bool isPlane = Function == FittedPlane;
+  const std::size_t separator = Fit.find(',');
+  const std::string name = Fit.substr(0, separator);
+  const std::string place = separator == std::string::npos ? "" : Fit.substr(separator);
+  TErrorRow& normals = Measurement.Table.Row({name + ", normal" + place, "rad"}, NormalLimit);
+  TErrorRow& offsets = Measurement.Table.Row(
+      {name + (isPlane ? ", D" : ", C") + place, "eps", "by the distance of the farthest point from the origin"}, 8.0);
+  TErrorRow* const ratios =
+      isPlane ? &Measurement.Table.Row(
+                    {name + ", Ratio" + place, "eps", "times the largest singular value by the smallest"}, 8.0)
+              : nullptr;
+  for (const TReferenceCase& item : Measurement.References.Of(Fit)) {
+    const TFitted fitted = Function(item);
+    const std::size_t size = fitted.Normal.size();
+    // The chord between unit vectors so close together is the angle between them.
+    double cosine = 0.0;
+    for (std::size_t i = 0; i < size; ++i) cosine += fitted.Normal[i] * item.Out[i].Nearest;
+    const double sign = cosine < 0.0 ? -1.0 : 1.0;
+    double square = 0.0;
+    for (std::size_t i = 0; i < size; ++i) square += std::pow(item.Out[i].ErrorOf(sign * fitted.Normal[i]), 2);
+    normals.Add(std::sqrt(square), item.Name);
+    offsets.Add(item.Out[size].ErrorOf(sign * fitted.Offset) / (item.Scale * kEpsilon), item.Name);
+    if (isPlane) ratios->Add(item.Out[4].ErrorOf(fitted.Ratio) / (item.Out[5].Nearest * kEpsilon), item.Name);
+  }
+}
+
+}  // namespace
 
 void MeasureFits(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Planes and lines");
-  const auto plane = [](TCase C) {
-    const TDoubleList points{std::span<const double>(C.In)};
-    double a = 0, b = 0, c = 0, d = 0;
-    FitPlaneUsingSvd(&points, a, b, c, d);
-    return WithSignOf(C, {a, b, c});
-  };
-  const auto line = [](TCase C) {
-    const TDoubleList points{std::span<const double>(C.In)};
-    double a = 0, b = 0, c = 0;
-    FitLineUsingSvd(&points, a, b, c);
-    return WithSignOf(C, {a, b});
-  };
-  const auto compare = [&](const std::string& Name, double Limit, const TOperation& Function) {
-    TErrorRow& row = Measurement.Table.Row({Name, "rad"}, Limit);
-    for (const TReferenceCase& item : Measurement.References.Of(Name)) {
-      // The chord between unit vectors so close together is the angle between them.
-      const std::vector<double> normal = Function(item);
-      double square = 0.0;
-      for (std::size_t i = 0; i < normal.size(); ++i) square += std::pow(item.Out[i].ErrorOf(normal[i]), 2);
-      row.Add(std::sqrt(square), item.Name);
-    }
-  };
-  compare("FitPlaneUsingSvd, normal", 1e-13, plane);
-  compare("FitPlaneUsingSvd, normal, far from the origin", 1e-10, plane);
-  compare("FitLineUsingSvd, normal", 1e-13, line);
-  compare("FitLineUsingSvd, normal, far from the origin", 1e-10, line);
+  MeasureFit(Measurement, "FitPlaneUsingSvd", FittedPlane, 1e-13);
+  MeasureFit(Measurement, "FitPlaneUsingSvd, far from the origin", FittedPlane, 1e-10);
+  MeasureFit(Measurement, "FitLineUsingSvd", FittedLine, 1e-13);
+  MeasureFit(Measurement, "FitLineUsingSvd, far from the origin", FittedLine, 1e-10);
 }
 
 void MeasureNewton(const TMeasurement& Measurement) {

@@ -12,13 +12,24 @@ void MeasureTurns(const TMeasurement& Measurement) {
     matrix.RotateBy(C.In[3], SpacePointIn(C.In, 0));
     return matrix;
   };
-  Measurement.Compare("TMatrix2D, Transform", TMeasure::Eps, 1.5, [](TCase C) {
-    return Components(
-        TMatrix2D::Create(C.In[0], C.In[1], C.In[2], C.In[3], C.In[4], C.In[5]).Transform(PointIn(C.In, 6)));
+  const auto plane = [](TCase C) { return TMatrix2D::Create(C.In[0], C.In[1], C.In[2], C.In[3], C.In[4], C.In[5]); };
+  Measurement.Compare("TMatrix2D, Transform", TMeasure::Eps, 1.5,
+                      [=](TCase C) { return Components(plane(C).Transform(PointIn(C.In, 6))); });
+  Measurement.CompareAs("TNurbs2D, TransformBy", "TMatrix2D, Transform", TMeasure::Eps, 1.5, [=](TCase C) {
+    const std::array<TPoint2D, 4> points = {PointIn(C.In, 6)};
+    TNurbs2D curve;
+    curve.CreateByCtlPoints(std::array{0.0, 0.0, 0.0, 0.0, 1.0, 1.0, 1.0, 1.0}, points, 4);
+    curve.TransformBy(plane(C));
+    return Components(curve.pointArr()[0]);
   });
   Measurement.Compare("TMatrix3D, RotateBy", TMeasure::Eps, 4.0, [=](TCase C) { return Components(rotated(C)); });
   Measurement.Compare("TMatrix3D, RotateBy and Transform", TMeasure::Eps, 4.0,
                       [=](TCase C) { return Components(rotated(C).Transform(SpacePointIn(C.In, 4))); });
+  Measurement.Compare("TMatrix3D, RotateBy, three turns", TMeasure::Eps, 8.0, [](TCase C) {
+    TMatrix3D matrix = TMatrix3D::CreateIdent();
+    for (std::size_t i = 0; i < C.In.size(); i += 4) matrix.RotateBy(C.In[i + 3], SpacePointIn(C.In, i));
+    return Components(matrix);
+  });
   Measurement.Compare("TMatrix4D, about an axis", TMeasure::Eps, 4.0,
                       [](TCase C) { return Rotation(TMatrix4D::Create(SpacePointIn(C.In, 0), C.In[3])); });
   Measurement.Compare("TMatrix4D, from vector to vector", TMeasure::Eps, 8.0, [](TCase C) {
@@ -45,12 +56,34 @@ void MeasureCompositions(const TMeasurement& Measurement) {
   Measurement.Compare(
       "TMatrix4D, Invert, any matrix", TMeasure::Eps, 4.0, [=](TCase C) { return Rotation(inverse(C)); },
       "scale: the inverse times the condition");
+  Measurement.Compare(
+      "TMatrix4D, Invert, any matrix, translation", TMeasure::Eps, 4.0,
+      [=](TCase C) { return Components(inverse(C).GetTranslationPt()); },
+      "scale: the inverse times the condition and the translation");
   Measurement.Compare("TMatrix4D, Determinant", TMeasure::Eps, 3.0,
                       [](TCase C) { return std::vector{MatrixIn(C.In, 0).Determinant()}; });
   Measurement.Compare("TMatrix4D, TransformPt", TMeasure::Eps, 2.0,
                       [](TCase C) { return Components(MatrixIn(C.In, 0).TransformPt(SpacePointIn(C.In, 12))); });
   Measurement.Compare("TMatrix4D, TransformVec", TMeasure::Eps, 2.0,
                       [](TCase C) { return Components(MatrixIn(C.In, 0).TransformVec(SpacePointIn(C.In, 12))); });
+  Measurement.Compare("TMatrix4D, TransformPose", TMeasure::Eps, 2.0,
+                      [](TCase C) { return Components(MatrixIn(C.In, 0).TransformPose(PoseIn(C.In, 12))); });
+  Measurement.Compare("TMatrix4D, TransformLine", TMeasure::Eps, 2.0, [](TCase C) {
+    return Components(MatrixIn(C.In, 0).TransformLine({SpacePointIn(C.In, 12), SpacePointIn(C.In, 15)}));
+  });
+  Measurement.Compare("TMatrix4D, P * M", TMeasure::Eps, 2.0,
+                      [](TCase C) { return Components(SpacePointIn(C.In, 12) * MatrixIn(C.In, 0)); });
+}
+
+void MeasureEntries(const TMeasurement& Measurement) {
+  constexpr double roundedOnce = 0.501;
+  Measurement.Compare("TMatrix4D, Translate", TMeasure::Ulp, roundedOnce, [](TCase C) {
+    TMatrix4D matrix = MatrixIn(C.In, 0);
+    matrix.Translate(SpacePointIn(C.In, 12));
+    return Components(matrix.GetTranslationPt());
+  });
+  Measurement.Compare("TMatrix4D, RoundTo", TMeasure::Ulp, roundedOnce,
+                      [](TCase C) { return Components(MatrixIn(C.In, 1).RoundTo(static_cast<int>(C.In[0]))); });
 }
 
 // The angles A, B, C of a result.
@@ -93,6 +126,9 @@ void MeasureEulerAngles(const TMeasurement& Measurement) {
       remark);
   Measurement.Compare("TEulerAng, ToVector", TMeasure::Eps, 3.0,
                       [](TCase C) { return Components(TEulerAng::Create(C.In[0], C.In[1], C.In[2]).ToVector()); });
+  Measurement.CompareAs("TEulerPoint, ToPoint6D and GetVector", "TEulerAng, ToVector", TMeasure::Eps, 3.0, [](TCase C) {
+    return Components(TEulerPoint::Create(1.0, 2.0, 3.0, C.In[0], C.In[1], C.In[2]).ToPoint6D().GetVector());
+  });
 }
 
 void MeasureAnglesAboutAxes(const TMeasurement& Measurement) {
@@ -121,6 +157,7 @@ void MeasureTransforms(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Transforms");
   MeasureTurns(Measurement);
   MeasureCompositions(Measurement);
+  MeasureEntries(Measurement);
   MeasureEulerAngles(Measurement);
   MeasureAnglesAboutAxes(Measurement);
 }

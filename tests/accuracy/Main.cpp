@@ -14,10 +14,12 @@ namespace {
 void MeasureAll(const TMeasurement& Measurement) {
   MeasureNumbers(Measurement);
   MeasurePoints(Measurement);
+  MeasureComponents(Measurement);
   MeasureTransforms(Measurement);
   MeasureOrientations(Measurement);
   MeasureRoundTrips(Measurement);
   MeasureCurves(Measurement);
+  MeasureCurveParts(Measurement);
   MeasureLengths(Measurement);
   MeasureSegments(Measurement);
   MeasureDecompositions(Measurement);

@@ -69,6 +69,10 @@ double LastPlaceOf(double Value) {
   return std::nextafter(size, kInfinity) - size;
 }
 
+double LastPlacesOff(double Value, long double Exact) {
+  return static_cast<double>(std::fabs(Value - Exact)) / LastPlaceOf(static_cast<double>(Exact));
+}
+
 double TReference::ErrorOf(double Value) const { return std::fabs((Value - Nearest) - Rest); }
 
 TReferenceSets::TReferenceSets(const std::string& Folder) {

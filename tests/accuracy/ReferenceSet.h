@@ -1,8 +1,8 @@
 // ReferenceSet: the results that References.py has computed with 50 digits, and errors against them.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -22,6 +22,9 @@ struct TReference {
 
 /// The distance from the size of Value to the next larger double.
 double LastPlaceOf(double Value);
+
+/// How far Value is off, in units of the last place of the exact result.
+double LastPlacesOff(double Value, long double Exact);
 
 /// A line of a reference set.
 struct TReferenceCase {
@@ -55,8 +58,22 @@ class TReferenceSets {
   std::map<std::string, std::vector<TReferenceCase>> FCases;
 };
 
-/// The results of an operation for the input of a case, as many as it has reference numbers.
-using TOperation = std::function<std::vector<double>(const TReferenceCase&)>;
+/// Gives the results of an operation for the input of a case, as many as it has reference numbers. It refers to a function that
+/// outlives it, which takes the compiler far less time than a std::function of each.
+class TOperation {
+ public:
+  template <std::invocable<const TReferenceCase&> TFunction>
+  TOperation(const TFunction& Function)
+      : FFunction(&Function), FCall([](const void* AFunction, const TReferenceCase& Case) {
+          return std::vector<double>((*static_cast<const TFunction*>(AFunction))(Case));
+        }) {}
+
+  std::vector<double> operator()(const TReferenceCase& Case) const { return FCall(FFunction, Case); }
+
+ private:
+  const void* FFunction;
+  std::vector<double> (*FCall)(const void*, const TReferenceCase&);
+};
 
 /// \return the largest error of the results.
 double ErrorOf(const std::vector<double>& Results, const TReferenceCase& Case, TMeasure Measure);

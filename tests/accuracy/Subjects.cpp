@@ -1,5 +1,7 @@
 #include "Subjects.h"
 
+#include "support/PortableRandom.h"
+
 namespace ZORBase::Test {
 namespace {
 
@@ -16,9 +18,13 @@ std::string UnitName(TMeasure Measure) {
 
 void TMeasurement::Compare(const std::string& Operation, TMeasure Measure, double Limit, const TOperation& Function,
                            const std::string& Remark) const {
+  CompareAs(Operation, Operation, Measure, Limit, Function, Remark);
+}
+
+void TMeasurement::CompareAs(const std::string& Operation, const std::string& Other, TMeasure Measure, double Limit,
+                             const TOperation& Function, const std::string& Remark) const {
   TErrorRow& row = Table.Row({Operation, UnitName(Measure), Remark}, Limit);
-  for (const TReferenceCase& item : References.Of(Operation))
-    row.Add(ErrorOf(Function(item), item, Measure), item.Name);
+  for (const TReferenceCase& item : References.Of(Other)) row.Add(ErrorOf(Function(item), item, Measure), item.Name);
 }
 
 TPoint2D PointIn(const std::vector<double>& In, std::size_t From) { return {In.at(From), In.at(From + 1)}; }
@@ -48,6 +54,8 @@ std::vector<double> Components(const TPoint3D& P) { return {P.X, P.Y, P.Z}; }
 std::vector<double> Components(const TPoint6D& P) { return {P.X, P.Y, P.Z, P.A, P.B, P.C}; }
 std::vector<double> Components(const TPointXD& P) { return {P.Coordinates().begin(), P.Coordinates().end()}; }
 std::vector<double> Components(const TQuaternion& Q) { return {Q.a, Q.b, Q.c, Q.d}; }
+std::vector<double> Components(const TEulerAng& A) { return {A.Rx, A.Ry, A.Rz}; }
+std::vector<double> Components(const TComplex& Z) { return {Z.real, Z.imag}; }
 
 std::vector<double> Components(const TMatrix3D& M) {
   std::vector<double> entries;
@@ -55,10 +63,31 @@ std::vector<double> Components(const TMatrix3D& M) {
   return entries;
 }
 
+std::vector<double> Components(const TMatrix4D& M) {
+  std::vector<double> entries;
+  for (const auto& row : M.fm) entries.insert(entries.end(), row.begin(), row.end());
+  return entries;
+}
+
+std::vector<double> Components(const TLine3D& L) { return Components<TPoint3D>(std::array{L.StartPt, L.EndPt}); }
+
 std::vector<double> Rotation(const TMatrix4D& M) {
   std::vector<double> entries;
   for (const auto& row : M.fm) entries.insert(entries.end(), row.begin(), row.begin() + 3);
   return entries;
+}
+
+TPoint6DList Wander(TPortableRandom& Random) {
+  TPoint6DList path;
+  const int count = 4 + Random.Below(57);
+  TPoint6D at = Random.Point6D(200.0);
+  TPoint6D heading = Random.Point6D(1.0);
+  for (int i = 0; i < count; ++i) {
+    path.Add(at);
+    heading = (heading + Random.Point6D(0.7)).Normal();
+    at = at + heading * Random.Within(0.3, 1.3);
+  }
+  return path;
 }
 
 }  // namespace ZORBase::Test

@@ -5,6 +5,7 @@
 #include <ZORBase/ZORBase.h>
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@
 #include "support/Numbers.h"
 
 namespace ZORBase::Test {
+
+class TPortableRandom;
 
 using TCase = const TReferenceCase&;
 
@@ -28,16 +31,21 @@ struct TMeasurement {
   /// Adds a row of an operation against its references. Rows of several operations of one kind have the same name up to a comma.
   void Compare(const std::string& Operation, TMeasure Measure, double Limit, const TOperation& Function,
                const std::string& Remark = {}) const;
+  /// The same for an operation that has the references of another one.
+  void CompareAs(const std::string& Operation, const std::string& Other, TMeasure Measure, double Limit,
+                 const TOperation& Function, const std::string& Remark = {}) const;
   /// The number of random cases.
   int Cases(int Full, int Quick) const { return Effort == TEffort::Full ? Full : Quick; }
 };
 
 void MeasureNumbers(const TMeasurement& Measurement);
 void MeasurePoints(const TMeasurement& Measurement);
+void MeasureComponents(const TMeasurement& Measurement);
 void MeasureTransforms(const TMeasurement& Measurement);
 void MeasureOrientations(const TMeasurement& Measurement);
 void MeasureRoundTrips(const TMeasurement& Measurement);
 void MeasureCurves(const TMeasurement& Measurement);
+void MeasureCurveParts(const TMeasurement& Measurement);
 void MeasureLengths(const TMeasurement& Measurement);
 void MeasureSegments(const TMeasurement& Measurement);
 void MeasureDecompositions(const TMeasurement& Measurement);
@@ -59,8 +67,23 @@ std::vector<double> Components(const TPoint3D& P);
 std::vector<double> Components(const TPoint6D& P);
 std::vector<double> Components(const TPointXD& P);
 std::vector<double> Components(const TQuaternion& Q);
+std::vector<double> Components(const TEulerAng& A);
+std::vector<double> Components(const TComplex& Z);
 std::vector<double> Components(const TMatrix3D& M);
+std::vector<double> Components(const TMatrix4D& M);
+std::vector<double> Components(const TLine3D& L);
+template <class TPoint>
+std::vector<double> Components(std::span<const TPoint> Points) {
+  std::vector<double> all;
+  for (const TPoint& point : Points) {
+    for (const double item : Components(point)) all.push_back(item);
+  }
+  return all;
+}
 /// The nine numbers of the rotation.
 std::vector<double> Rotation(const TMatrix4D& M);
+
+/// A path that wanders in steps of 0.3 to 1.3, anywhere in space.
+TPoint6DList Wander(TPortableRandom& Random);
 
 }  // namespace ZORBase::Test

@@ -4,7 +4,11 @@ import functools
 
 from mpmath import mp, mpf
 
-from vectors import doubles, dot, exact, length, minus, plus, times
+from joints import smooth_path
+from vectors import doubles, dot, exact, length, minus, normal, plus, times
+
+# How a fit spreads the parameters: TParalizeMethod.
+EQUALLY, CHORD, CENTRIPETAL = range(3)
 
 
 def curves(draw):
@@ -12,6 +16,12 @@ def curves(draw):
         yield from plane_curve(draw)
     for _ in range(6):
         yield from six_component_curve(draw)
+    for method in (EQUALLY, CHORD, CENTRIPETAL) * 2:
+        yield from fitted_curve(draw, "TNurbs2D", method, 6, 2)
+        yield from fitted_curve(draw, "TNurbs6D", method, 5, 6)
+    for _ in range(5):
+        yield bezier_points(draw, "TNurbs2D", 2)
+        yield bezier_points(draw, "TNurbs6D", 6)
 
 
 def clamped_knots(draw, inner):
@@ -67,10 +77,19 @@ def plane_curve(draw):
     for order in (1, 2, 3):
         size = size_of_blend(knots, points, u, order)
         yield f"TNurbs2D, derivative {order}", given, c[order], size
-    along = times(c[1], dot(c[1], c[2]) / dot(c[1], c[1]))
-    square = dot(c[1], c[1])
-    size = size_of_blend(knots, points, u, 2) / square * (1 + size_of_blend(knots, points, u, 1) / length(c[1]))
-    yield "TNurbs2D, Curvature", given, [length(minus(c[2], along)) / square], size
+    size = size_of_curvature(knots, points, u, c[1])
+    yield "TNurbs2D, Curvature", given, [curvature(c[1], c[2])], size
+
+
+def curvature(first, second):
+    square = dot(first, first)
+    along = times(first, dot(first, second) / square)
+    return length(minus(second, along)) / square
+
+
+def size_of_curvature(knots, points, u, first):
+    sizes = [size_of_blend(knots, points, u, order) for order in range(3)]
+    return sizes[2] / dot(first, first) * (1 + sizes[1] / length(first))
 
 
 def six_component_curve(draw):
@@ -83,6 +102,55 @@ def six_component_curve(draw):
     for order in (1, 2, 3):
         size = size_of_blend(knots, points, u, order)
         yield f"TNurbs6D, derivative {order}", given, blend(knots, points, u, order), size
+    first, second = blend(knots, points, u, 1), blend(knots, points, u, 2)
+    size = size_of_curvature(knots, points, u, first)
+    yield "TNurbs6D, Curvature", given, [curvature(first, second)], size
+
+
+def fitted_curve(draw, name, method, count, dimension):
+    """Global cubic interpolation with end tangents along the first and the last chord (Piegl, Tiller, 9.2.3)."""
+    given = doubles(draw, count * dimension, 20.0)
+    points = [exact(given[i : i + dimension]) for i in range(0, len(given), dimension)]
+    chords = [length(minus(b, a)) for a, b in zip(points, points[1:])]
+    steps = {EQUALLY: [mpf(1)] * len(chords), CHORD: chords, CENTRIPETAL: [mp.sqrt(chord) for chord in chords]}[method]
+    params = [mp.fsum(steps[:k]) / mp.fsum(steps) for k in range(count)]
+    whole = mp.fsum(chords)
+    size = max(length(point) for point in points)
+    yield f"{name}, parameters of a fit", [method] + given, params
+    yield f"{name}, chord length of a fit", [method] + given, [whole]
+    yield f"{name}, control points of a fit", [method] + given, flat_of(control_points(points, params, whole)), size
+
+
+def control_points(points, params, whole):
+    knots = [mpf(0)] * 3 + params + [mpf(1)] * 3
+    last = len(points) - 1
+    start, end = normal(minus(points[1], points[0])), normal(minus(points[-1], points[-2]))
+    given = {0: points[0], 1: plus(points[0], times(start, whole * params[1] / 3)),
+             last + 1: minus(points[-1], times(end, whole * (1 - params[-2]) / 3)), last + 2: points[-1]}
+    inner = range(2, last + 1)
+    values = [[basis(knots, i, 3, params[k], 0) for i in range(last + 3)] for k in range(1, last)]
+    matrix = mp.matrix([[row[i] for i in inner] for row in values])
+    sides = [minus(points[k + 1], flat_sum(times(given[i], row[i]) for i in given)) for k, row in enumerate(values)]
+    columns = [list(mp.lu_solve(matrix, mp.matrix(side))) for side in zip(*sides)]
+    return [given[0], given[1], *map(list, zip(*columns)), given[last + 1], given[last + 2]]
+
+
+def flat_sum(vectors):
+    return [mp.fsum(items) for items in zip(*vectors)]
+
+
+def bezier_points(draw, name, dimension):
+    """Of an inner span, by the conditions that both cubics agree in four places."""
+    given_knots, given_points = clamped_knots(draw, 1), doubles(draw, 5 * dimension, 60.0)
+    knots = exact(given_knots)
+    points = [exact(given_points[i : i + dimension]) for i in range(0, len(given_points), dimension)]
+    span = draw.choice((3, 4))
+    places = [mpf(k) / 5 for k in range(1, 5)]
+    matrix = mp.matrix([[mp.binomial(3, i) * t**i * (1 - t) ** (3 - i) for i in range(4)] for t in places])
+    at = [blend(knots, points, knots[span] + t * (knots[span + 1] - knots[span]), 0) for t in places]
+    columns = [list(mp.lu_solve(matrix, mp.matrix(side))) for side in zip(*at)]
+    size = max(length(point) for point in points)
+    return f"{name}, SpanBezier", [span] + given_knots + given_points, flat_of(zip(*columns)), size
 
 
 def segments(draw):
@@ -91,6 +159,8 @@ def segments(draw):
     for _ in range(10):
         yield from segment_in_space(draw)
     yield from gauss_legendre()
+    for _ in range(5):
+        yield from smooth_path(draw)
 
 
 def bezier(p, t):
@@ -113,7 +183,9 @@ def plane_segment(draw):
         yield f"TBezierSegment2D, derivative {order}", given + [t], results[order], size * factor
     speed = length(results[1])
     if speed > 10:
-        yield "TransferU1U2U3ToS1S2S3", given + [t], flat_of(by_arc_length(*results[1:])), by_arc_length_size(*results[1:])
+        s, size = by_arc_length(*results[1:]), by_arc_length_size(*results[1:])
+        yield "TransferU1U2U3ToS1S2S3", given + [t], flat_of(s), size
+        yield "TBezierSegmentHelper, EvalDerVector", given + [t], flat_of(s[:2]), size
 
 
 def flat_of(vectors):
@@ -140,6 +212,10 @@ def speed_at(p, t):
     return length(bezier(p, t)[1])
 
 
+def length_by_rule(p, t):
+    return mp.fsum(w * speed_at(p, t / 2 * (1 + x)) for x, w in legendre_rule(14)) * t / 2
+
+
 def segment_in_space(draw):
     start, step = doubles(draw, 3, 10.0), doubles(draw, 3, 10.0)
     given = [a + k * b + draw.uniform(-4, 4) for k in range(4) for a, b in zip(start, step)]
@@ -151,8 +227,9 @@ def segment_in_space(draw):
     whole = mp.quad(lambda x: speed_at(p, x), [0, 0.25, 0.5, 0.75, 1])
     part = mp.quad(lambda x: speed_at(p, x), [0, mpf(t) / 2, mpf(t)])
     yield "TCubicBezXD, LengthOfParam", given + [t], [part], whole
-    rule = mp.fsum(w * speed_at(p, mpf(t) / 2 * (1 + x)) for x, w in legendre_rule(14)) * mpf(t) / 2
-    yield "TCubicBezXD, LengthOfParam, against the 14-point rule itself", given + [t], [rule], whole
+    yield "TCubicBezXD, GaussLengthFunc", given + [t], [speed_at(p, mpf(t))], 6 * size
+    yield "TCubicBezXD, LengthOfParam, against the 14-point rule itself", given + [t], [length_by_rule(p, mpf(t))], whole
+    yield "TCubicBezXD, CurveLength, against the 14-point rule itself", given, [length_by_rule(p, mpf(1))], whole
     length_given = float(part)
     yield "TCubicBezXD, ParamOfLength", given + [length_given], [mpf(t)], 1
 

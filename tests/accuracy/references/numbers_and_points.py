@@ -45,6 +45,7 @@ def poses(draw):
     yield "TPoint6D, DotVecMul", given, [a * b for a, b in zip(p, q)]
     yield "TPoint6D, DotVecDiv", given, [a / b for a, b in zip(p, q)]
     yield "TPoint6D, DotMul", given, [dot(p, q)], size_of_dot(p, q)
+    yield "TPoint6D, MagSqr", given[:6], [dot(p, p)]
     yield "TPoint6D, Mag", given[:6], [length(p)]
     yield "TPoint6D, Normal", given[:6], normal(p)
     yield "TPoint6D, VecNormal", given[:6], p[:3] + normal(p[3:])
@@ -58,16 +59,19 @@ def in_space(draw):
     p, q = exact(given[:3]), exact(given[3:])
     yield "TPoint3D, DotMul", given, [dot(p, q)], size_of_dot(p, q)
     yield "TPoint3D, CrossMul", given, cross(p, q), length(p) * length(q)
+    yield "TPoint3D, MagSqr", given[:3], [dot(p, p)]
     yield "TPoint3D, Mag", given[:3], [length(p)]
     yield "TPoint3D, Normal", given[:3], normal(p)
     yield "TPoint3D, DistanceXY", given, [length(minus(p, q)[:2])]
     yield "TPoint3D, AngleBetween", given, [angle(p, q)]
+    yield "TEulerAng, DistanceTo", given, [length(minus(p, q))]
 
 
 def in_the_plane(draw):
     given = doubles(draw, 4, 90.0)
     p, q = exact(given[:2]), exact(given[2:])
     yield "TPoint2D, DotMul", given, [dot(p, q)], size_of_dot(p, q)
+    yield "TPoint2D, MagSqr", given[:2], [dot(p, p)]
     yield "TPoint2D, Mag", given[:2], [length(p)]
     yield "TPoint2D, Normal", given[:2], normal(p)
     yield "TPoint2D, AngleBetween", given, [abs(mp.atan2(p[0] * q[1] - p[1] * q[0], dot(p, q)))]
@@ -77,6 +81,7 @@ def in_many_dimensions(draw):
     given = doubles(draw, 14, 30.0)
     p, q = exact(given[:7]), exact(given[7:])
     yield "TPointXD, DotMul", given, [dot(p, q)], size_of_dot(p, q)
+    yield "TPointXD, MagSqr", given, [dot(p + q, p + q)]
     yield "TPointXD, Mag", given, [length(p + q)]
     yield "TPointXD, DistanceTo", given, [length(minus(p, q))]
     yield "TPointXD, Normal", given, normal(p + q)

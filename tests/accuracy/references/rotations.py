@@ -3,8 +3,8 @@
 from mpmath import mp, mpf
 
 from vectors import (about_axis, about_x, about_y, about_z, aligned, angle, conjugate, cross, direction, dot, doubles,
-                     exact, exp, flat, hamilton, length, log, matrix_of, minus, normal, plus, product, rows, slerp,
-                     square, times, transposed)
+                     exact, exp, flat, hamilton, length, log, matrix_of, minus, nlerp, normal, plus, product, rows, slerp,
+                     size_of_dot, square, times, transposed)
 
 
 def with_translation(matrix, t):
@@ -33,6 +33,10 @@ def transforms(draw):
         yield from compositions(draw)
         yield from euler_angles(draw)
         yield from angles_about_axes(draw)
+    for _ in range(8):
+        yield from turns_in_a_row(draw)
+        yield from moved_things(draw)
+        yield from any_entries(draw)
 
 
 def in_the_plane(draw):
@@ -114,12 +118,48 @@ def angles_about_axes(draw):
     yield "TMatrix4D, angles about two axes", entries + first + second, [turn, other]
 
 
+def turns_in_a_row(draw):
+    given = []
+    rotation = [[mpf(i == j) for j in range(3)] for i in range(3)]
+    for _ in range(3):
+        axis, turn = doubles(draw, 3, 50.0), draw.uniform(-7, 7)
+        given += axis + [turn]
+        rotation = product(about_axis(normal(exact(axis)), mpf(turn)), rotation)
+    yield "TMatrix3D, RotateBy, three turns", given, flat(rotation)
+
+
+def moved_things(draw):
+    """Translations of the size of the coordinates, so that neither hides the rounding of the other."""
+    given, a, b, heading = placement(draw, 1.0), doubles(draw, 3, 1.0), doubles(draw, 3, 1.0), direction(draw)
+    r, t = rotation_of(given), translation_of(given)
+    p, q, v = exact(a), exact(b), exact(heading)
+    moved = plus(rows(r, p), t)
+    yield "TMatrix4D, TransformPose", given + a + heading, moved + rows(r, v), length(p) + length(t)
+    size = max(length(p), length(q)) + length(t)
+    yield "TMatrix4D, TransformLine", given + a + b, moved + plus(rows(r, q), t), size
+    yield "TMatrix4D, P * M", given + a, rows(transposed(r), p), length(p)
+    yield "TMatrix4D, Translate", given + a, plus(t, p)
+
+
+def any_entries(draw):
+    given = doubles(draw, 12, 2.0)
+    matrix = mp.matrix(rotation_of(given))
+    inverse, shift = mp.inverse(matrix), mp.matrix(translation_of(given))
+    size = mp.mnorm(inverse, "f") * mp.mnorm(matrix, "f") * mp.mnorm(inverse, "f") * mp.norm(shift)
+    yield "TMatrix4D, Invert, any matrix, translation", given, list(-(inverse * shift)), size
+    digits, entries = draw.choice((-6, -3, -1, 0, 2)), doubles(draw, 12, 500.0)
+    unit = mpf(10) ** digits
+    yield "TMatrix4D, RoundTo", [digits] + entries, [mp.nint(a / unit) * unit for a in exact(entries)]
+
+
 def orientations(draw):
     for _ in range(16):
         yield from quaternions(draw)
         yield from blends(draw)
     for _ in range(10):
         yield from close_orientations(draw)
+    for _ in range(8):
+        yield from blends_of_poses(draw)
 
 
 def quaternions(draw):
@@ -128,6 +168,9 @@ def quaternions(draw):
     yield "TQuaternion, product", given, hamilton(p, q)
     loose = doubles(draw, 4, 2.0)
     u = exact(loose)
+    yield "TQuaternion, NormMagSqr", loose, [dot(u, u)]
+    yield "TQuaternion, NormMag", loose, [length(u)]
+    yield "TQuaternion, DotMul", given, [dot(p, q)], size_of_dot(p, q)
     yield "TQuaternion, Inverse", loose, [a / dot(u, u) for a in conjugate(u)]
     yield "TQuaternion, ToMatrix4D", given[:4], flat(matrix_of(p))
     entries = [float(e) for e in with_translation(matrix_of(normal(p)), [0, 0, 0])]
@@ -135,6 +178,11 @@ def quaternions(draw):
     v = doubles(draw, 3, 1.7)
     yield "TQuaternion, Exp", v, exp(exact(v))
     yield "TQuaternion, Log", given[:4], log(p)
+    # Divided by the square of the magnitude, which is the interface's own formula: an arc tangent would normalise.
+    stretched = [a * (1.1 + abs(loose[0])) for a in given[:4]]
+    s = exact(stretched)
+    arc = mp.acos(s[0] / dot(s, s))
+    yield "TQuaternion, Log, of another magnitude than 1", stretched, times(normal(s[1:]), arc)
 
 
 def blends(draw):
@@ -143,7 +191,7 @@ def blends(draw):
     p, q = exact(q1), exact(q2)
     given = [t] + q1 + q2
     yield "QuaternionAngle", q1 + q2, [mp.acos(abs(dot(p, q)) / length(p) / length(q))]
-    yield "NLerpQuaternion", given, normal(plus(times(p, 1 - mpf(t)), times(aligned(q, p), mpf(t))))
+    yield "NLerpQuaternion", given, nlerp(mpf(t), p, q)
     yield "SLerpQuaternion", given, slerp(mpf(t), p, q)
     yield "SquadQuaternion", [t] + q0 + q1 + q2 + q3, squad(mpf(t), *map(exact, (q0, q1, q2, q3)))
     m, n = placement(draw, 100.0), placement(draw, 100.0)
@@ -151,6 +199,20 @@ def blends(draw):
     trace = between[0][0] + between[1][1] + between[2][2]
     skew = [between[2][1] - between[1][2], between[0][2] - between[2][0], between[1][0] - between[0][1]]
     yield "MatrixAngle", m + n, [mp.atan2(length(skew), trace - 1)]
+
+
+def blends_of_poses(draw):
+    """Of rotations whose entries are rounded, which is a part of the error."""
+    turns, shifts = [normal(exact(direction(draw, 4))) for _ in range(4)], [doubles(draw, 3, 0.5) for _ in range(4)]
+    poses = [[float(e) for e in with_translation(matrix_of(q), shift)] for q, shift in zip(turns, shifts)]
+    t = draw.random()
+    start, end = exact(shifts[1]), exact(shifts[2])
+    shift = plus(times(start, 1 - mpf(t)), times(end, mpf(t)))
+    size = max(1, length(start) + length(end))
+    given = [t] + poses[1] + poses[2]
+    yield "NLerp4DMatrix", given, with_translation(matrix_of(nlerp(mpf(t), turns[1], turns[2])), shift), size
+    yield "SLerp4DMatrix", given, with_translation(matrix_of(slerp(mpf(t), turns[1], turns[2])), shift), size
+    yield "Squad4DMatrix", [t] + sum(poses, []), with_translation(matrix_of(squad(mpf(t), *turns)), shift), size
 
 
 def squad(t, q0, q1, q2, q3):

@@ -117,6 +117,10 @@ def aligned(q, to):
     return times(q, -1) if dot(q, to) < 0 else q
 
 
+def nlerp(t, p, q):
+    return normal(plus(times(p, 1 - t), times(aligned(q, p), t)))
+
+
 def slerp(t, p, q):
     q = aligned(q, p)
     arc = mp.acos(min(dot(p, q), mpf(1)))

@@ -1,0 +1,68 @@
+#include <algorithm>
+
+#include "Subjects.h"
+#include "support/PortableRandom.h"
+
+namespace ZORBase::Test {
+namespace {
+
+using TNumbers = std::vector<double>;
+using TExactly = long double (*)(long double A, long double B);
+
+constexpr double kOneRounding = 0.501;  // with what the extended format that measures it may add
+const char* const kReciprocal = "the reciprocal is rounded first, on purpose";
+
+// The worst of the numbers that come from P and Q, one of each.
+double WorstOf(const TNumbers& Results, const TNumbers& P, const TNumbers& Q, TExactly Exactly) {
+  double worst = 0.0;
+  for (std::size_t i = 0; i < Results.size(); ++i) {
+    worst = std::max(worst, LastPlacesOff(Results[i], Exactly(P[i], Q[i])));
+  }
+  return worst;
+}
+
+long double Sum(long double A, long double B) { return A + B; }
+long double Difference(long double A, long double B) { return A - B; }
+long double Product(long double A, long double B) { return A * B; }
+long double Quotient(long double A, long double B) { return A / B; }
+
+// The arithmetic of a type that runs over Count numbers, of which Make makes a value.
+template <class TMake>
+void MeasureType(const TMeasurement& Measurement, const std::string& Type, std::size_t Count, TMake&& Make,
+                 double QuotientLimit = kOneRounding, const std::string& QuotientRemark = {}) {
+  TErrorRow& sums = Measurement.Table.Row({Type + ", P + Q and P - Q", "ulp"}, kOneRounding);
+  TErrorRow& products = Measurement.Table.Row({Type + ", S * P", "ulp"}, kOneRounding);
+  constexpr bool divides = requires { Make(TNumbers{}) / 2.0; };
+  TErrorRow* const quotients =
+      divides ? &Measurement.Table.Row({Type + ", P / S", "ulp", QuotientRemark}, QuotientLimit) : nullptr;
+  TPortableRandom random(13);
+  for (int k = 0; k < Measurement.Cases(10'000, 200); ++k) {
+    const TNumbers p = random.Numbers(Count, 50.0), q = random.Numbers(Count, 50.0);
+    const TNumbers s(Count, random.Within(0.1, 5.0));
+    const auto a = Make(p), b = Make(q);
+    const auto where = [k] { return "number " + std::to_string(k); };
+    sums.Add(WorstOf(Components(a + b), p, q, Sum), where);
+    sums.Add(WorstOf(Components(a - b), p, q, Difference), where);
+    products.Add(WorstOf(Components(s[0] * a), p, s, Product), where);
+    if constexpr (divides) quotients->Add(WorstOf(Components(a / s[0]), p, s, Quotient), where);
+  }
+}
+
+}  // namespace
+
+void MeasureComponents(const TMeasurement& Measurement) {
+  Measurement.Table.Subject("Arithmetic by components");
+  constexpr double byReciprocal = 1.5;
+  MeasureType(Measurement, "TPoint2D", 2, [](const TNumbers& P) { return PointIn(P, 0); });
+  MeasureType(Measurement, "TPoint3D", 3, [](const TNumbers& P) { return SpacePointIn(P, 0); });
+  MeasureType(Measurement, "TPointXD", 7, [](const TNumbers& P) { return TPointXD::FromSpan(P); });
+  MeasureType(
+      Measurement, "TEulerAng", 3, [](const TNumbers& P) { return TEulerAng::Create(P[0], P[1], P[2]); }, byReciprocal,
+      kReciprocal);
+  MeasureType(
+      Measurement, "TQuaternion", 4, [](const TNumbers& P) { return QuaternionIn(P, 0); }, byReciprocal, kReciprocal);
+  MeasureType(Measurement, "TMatrix4D", 12, [](const TNumbers& P) { return MatrixIn(P, 0); });
+  MeasureType(Measurement, "TComplex", 2, [](const TNumbers& P) { return TComplex{P[0], P[1]}; });
+}
+
+}  // namespace ZORBase::Test
