@@ -37,7 +37,7 @@ void MeasureType(const TMeasurement& Measurement, const std::string& Type, std::
       divides ? &Measurement.Table.Row({Type + ", P / S", "ulp", QuotientRemark}, QuotientLimit) : nullptr;
   TPortableRandom random(13);
   for (int k = 0; k < Measurement.Cases(10'000, 200); ++k) {
-    const TNumbers p = random.Numbers(Count, 50.0), q = random.Numbers(Count, 50.0);
+    const TNumbers p = random.Numbers(Count, 50.0), q = random.Numbers(Count, 3.0);
     const TNumbers s(Count, random.Within(0.1, 5.0));
     const auto a = Make(p), b = Make(q);
     const auto where = [k] { return "number " + std::to_string(k); };

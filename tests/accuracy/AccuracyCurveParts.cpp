@@ -51,7 +51,8 @@ std::vector<double> ControlPoints(const TPoints& Points, TParalizeMethod Method)
 }
 
 template <class TCurve, class TPoints>
-void MeasureFitSteps(const TMeasurement& Measurement, const std::string& Class, const std::string& Methods) {
+void MeasureFitSteps(const TMeasurement& Measurement, const std::string& Class, const std::string& Methods,
+                     double ControlLimit) {
   const auto points = [](TCase C) {
     TPoints list;
     TakePoints(C, list);
@@ -74,7 +75,7 @@ void MeasureFitSteps(const TMeasurement& Measurement, const std::string& Class, 
     return std::vector{length};
   });
   Measurement.CompareAs(Class + ", CreateCross and SolveTridiagonal, control points",
-                        Class + ", control points of a fit", TMeasure::Eps, 20.0,
+                        Class + ", control points of a fit", TMeasure::Eps, ControlLimit,
                         [=](TCase C) { return ControlPoints<TCurve>(points(C), MethodOf(C)); });
 }
 
@@ -200,7 +201,7 @@ template <class TPoint>
 void MeasureWhole(const TMeasurement& Measurement, const std::string& Class, TPoint TSULine::*At) {
   TErrorTable& table = Measurement.Table;
   TErrorRow& lengths =
-      table.Row({Class + ", arc-length table", "eps", "by the length; against the chords of its own rows"}, 60.0);
+      table.Row({Class + ", arc-length table", "eps", "by the length; against the chords of its own rows"}, 30.0);
   TErrorRow& parts = table.Row({Class + ", LengthOfParam", "ulp", "of the difference of two look-ups"}, kDifference);
   TErrorRow& nearest = table.Row({Class + ", ClosestPoint, its distance", "ulp", "from the point that it gives"}, 3.0);
   TErrorRow& shifts = table.Row({Class + ", RelativeToZero", "ulp"}, kDifference);
@@ -247,8 +248,8 @@ void MeasureWhole(const TMeasurement& Measurement, const std::string& Class, TPo
 void MeasureCurveParts(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Parts and changes of curves");
   MeasureFitSteps<TNurbs2D, TList<TPoint2D>>(Measurement, "TNurbs2D",
-                                             "EquallyParalize, ChordParalize and CentripetalParalize");
-  MeasureFitSteps<TNurbs6D, TPoint6DList>(Measurement, "TNurbs6D", "CurveParalize");
+                                             "EquallyParalize, ChordParalize and CentripetalParalize", 20.0);
+  MeasureFitSteps<TNurbs6D, TPoint6DList>(Measurement, "TNurbs6D", "CurveParalize", 8.0);
   MeasureBezierPoints(Measurement);
   MeasureTableLookUps(Measurement);
   MeasureWhole(Measurement, "TNurbs2D", &TSULine::pos);

@@ -33,9 +33,11 @@ void MeasureMoves(const TMeasurement& Measurement) {
     return TWcsPtInterpolator(TPoint6D::Create({}, SpacePointIn(C.In, 0)), TPoint6D::Create({}, SpacePointIn(C.In, 3)),
                               1, InterpType);
   };
-  Measurement.Compare("TWcsPtInterpolator, CrossVec", TMeasure::Eps, 8.0,
+  Measurement.Compare("TWcsPtInterpolator, CrossVec", TMeasure::Eps, 3.5,
                       [=](TCase C) { return Components(turn(C, 0).CrossVec()); });
-  Measurement.Compare("TWcsPtInterpolator, direction, no lowest Z", TMeasure::Eps, 8.0,
+  Measurement.Compare("TWcsPtInterpolator, OffSetAngle, no lowest Z", TMeasure::Absolute, 3e-15,
+                      [=](TCase C) { return std::vector{turn(C, 1).OffSetAngle()}; });
+  Measurement.Compare("TWcsPtInterpolator, direction, no lowest Z", TMeasure::Eps, 10.0,
                       [=](TCase C) { return Components(turn(C, 1).GetWcsPtbyParam(C.In[6]).GetVector()); });
   MeasureOffsets(Measurement, "TWcsPtInterpolator, OffsetPt", "TWcsPtInterpolator, position",
                  [=](TCase C) { return Components(move(C).OffsetPt()); });
@@ -74,7 +76,7 @@ void MeasureHermite(const TMeasurement& Measurement) {
     return std::vector{table.CalcY(C.In.back())};
   };
   Measurement.Compare("THermiteInterpolater, CalcY", TMeasure::Eps, 8.0, value);
-  Measurement.Compare("THermiteInterpolater, CalcY, loop", TMeasure::Eps, 100.0, value,
+  Measurement.Compare("THermiteInterpolater, CalcY, loop", TMeasure::Eps, 3.0, value,
                       "the end slopes are divided by a difference of values, by design, which may cancel");
 }
 
@@ -87,7 +89,7 @@ void MeasureSurfaces(const TMeasurement& Measurement) {
     return result;
   };
   Measurement.Compare(
-      "TV4Interpolator, Weights", TMeasure::Eps, 8.0,
+      "TV4Interpolator, Weights", TMeasure::Eps, 2.0,
       [=](TCase C) {
         const TV4Interpolator at = surface(C);
         return std::vector<double>(at.Weights().begin(), at.Weights().end());
@@ -98,7 +100,7 @@ void MeasureSurfaces(const TMeasurement& Measurement) {
       [=](TCase C) { return std::vector{surface(C).CalcZ(C.In[C.In.size() - 2], C.In.back())}; },
       "scale: the condition of the matrix times the largest height");
   TErrorRow& row = Measurement.Table.Row(
-      {"TV4Interpolator, CalcZ at the samples", "of the largest height", "up to 80 samples"}, 1e-9);
+      {"TV4Interpolator, CalcZ at the samples", "of the largest height", "up to 80 samples"}, 3e-10);
   TPortableRandom random(51);
   for (int i = 0; i < Measurement.Cases(100, 10); ++i) {
     TV4Interpolator drawn;

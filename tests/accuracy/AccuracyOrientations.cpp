@@ -35,8 +35,8 @@ void MeasureQuaternions(const TMeasurement& Measurement) {
     return Components(result);
   });
   const auto log = [=](TCase C) { return Components(q(C).Log()); };
-  Measurement.Compare("TQuaternion, Log", TMeasure::Eps, 64.0, log, kArcRemark);
-  Measurement.Compare("TQuaternion, Log, of another magnitude than 1", TMeasure::Eps, 8.0, log,
+  Measurement.Compare("TQuaternion, Log", TMeasure::Eps, 8.0, log, kArcRemark);
+  Measurement.Compare("TQuaternion, Log, of another magnitude than 1", TMeasure::Eps, 4.0, log,
                       "which is divided by twice, on purpose");
 }
 
@@ -51,7 +51,7 @@ void MeasureBlends(const TMeasurement& Measurement) {
   Measurement.Compare("SLerpQuaternion", TMeasure::Eps, 8.0, slerp);
   Measurement.Compare("SLerpQuaternion, nearly parallel", TMeasure::Eps, 8.0, slerp, "angles of some 1e-4");
   Measurement.Compare(
-      "SquadQuaternion", TMeasure::Eps, 64.0,
+      "SquadQuaternion", TMeasure::Eps, 6.0,
       [=](TCase C) {
         const TQuaternion q3 = QuaternionIn(C.In, 13);
         return WithSignOf(C, Components(SquadQuaternion(C.In[0], first(C), second(C), QuaternionIn(C.In, 9), q3)));
@@ -61,7 +61,7 @@ void MeasureBlends(const TMeasurement& Measurement) {
   Measurement.Compare("QuaternionAngle, nearly parallel", TMeasure::Absolute, 1e-10, arc,
                       "angles of some 1e-4: the same");
   Measurement.Compare(
-      "MatrixAngle", TMeasure::Eps, 64.0,
+      "MatrixAngle", TMeasure::Eps, 20.0,
       [](TCase C) { return std::vector{MatrixAngle(MatrixIn(C.In, 0), MatrixIn(C.In, 12))}; }, kArcRemark);
 }
 
@@ -69,7 +69,7 @@ void MeasurePoseBlends(const TMeasurement& Measurement) {
   const auto at = [](TCase C, std::size_t Pose) { return MatrixIn(C.In, 1 + 12 * Pose); };
   const std::string remark = "the rounding of the given entries included; translations of some 0.5";
   Measurement.Compare(
-      "NLerp4DMatrix", TMeasure::Eps, 4.0,
+      "NLerp4DMatrix", TMeasure::Eps, 8.0,
       [=](TCase C) { return Components(NLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
   Measurement.Compare(
       "SLerp4DMatrix", TMeasure::Eps, 8.0,

@@ -5,7 +5,7 @@
 #include <complex>
 #include <memory>
 #include <numbers>
-#include <utility>
+#include <numeric>
 
 #include "Subjects.h"
 #include "support/PortableRandom.h"
@@ -79,7 +79,7 @@ void MeasureBins(const TFFT& Transform, const std::string& Where, TErrorRow& Pha
 }
 
 void MeasureTwiddles(const TMeasurement& Measurement) {
-  TErrorRow& row = Measurement.Table.Row({"TFFT, Wn_i", "eps", "angles up to a whole turn"}, 4.0);
+  TErrorRow& row = Measurement.Table.Row({"TFFT, Wn_i", "eps", "angles up to a whole turn, rounded"}, 8.0);
   TPortableRandom random(64);
   for (int i = 0; i < Measurement.Cases(100'000, 2'000); ++i) {
     const int n = 1 + random.Below(4096), p = random.Below(n);
@@ -95,9 +95,9 @@ void MeasureSpectra(const TMeasurement& Measurement) {
   TErrorRow& noise = Measurement.Table.Row({"TFFT, spectrum of noise", "eps sqrt(log2 N)", "root mean square"}, 1.5);
   TErrorRow& tones =
       Measurement.Table.Row({"TFFT, spectrum of three tones", "eps sqrt(log2 N)", "root mean square"}, 1.5);
-  TErrorRow& amplitude = Measurement.Table.Row({"TFFT, getAmp", "of the largest amplitude"}, 1e-14);
+  TErrorRow& amplitude = Measurement.Table.Row({"TFFT, getAmp", "of the largest amplitude"}, 1.5e-15);
   TErrorRow& phase = Measurement.Table.Row({"TFFT, getPhase", "degrees", "of the bin as it was computed"}, 2e-13);
-  TErrorRow& frequency = Measurement.Table.Row({"TFFT, getFrq", "ulp"}, 1.5);
+  TErrorRow& frequency = Measurement.Table.Row({"TFFT, getFrq", "ulp"}, 0.6);
   TPortableRandom random(61);
   const unsigned powers = Measurement.Effort == TEffort::Full ? 20 : 12;
   for (unsigned power = 2; power <= powers; ++power) {
@@ -195,18 +195,30 @@ void MeasureReverseLookUp(const TBaseLowPassFilter& Filter, TPortableRandom& Ran
   }
 }
 
+// Ten steps up to 0.3 of the cut-off frequency, ten up to the whole of it.
+void MeasureTableFrequencies(const TBaseLowPassFilter& Filter, const std::string& Where, TErrorRow& Row) {
+  const long double cutoff = Filter.fc();
+  for (int i = 0; i < 20; ++i) {
+    const int fine = std::min(i + 1, 10), coarse = i + 1 - fine;
+    const long double exact = cutoff * (3 * fine + 7 * coarse) / 100.0L;
+    Row.Add(LastPlacesOff(Filter.attList()[i].frq, exact), Where);
+  }
+}
+
 void MeasureFilters(const TMeasurement& Measurement) {
   TErrorRow& coefficients =
-      Measurement.Table.Row({"Low-pass filters, coefficients", "of the largest coefficient"}, 1e-14);
+      Measurement.Table.Row({"Low-pass filters, coefficients", "of the largest coefficient"}, 1e-15);
   TErrorRow& response =
       Measurement.Table.Row({"Low-pass filters, CalcAttenByF", "absolute", "1 is no attenuation"}, 1e-12);
-  TErrorRow& output = Measurement.Table.Row({"Low-pass filters, Filt", "of the sum of the magnitudes"}, 1e-14);
+  TErrorRow& output = Measurement.Table.Row({"Low-pass filters, Filt", "of the sum of the magnitudes"}, 4e-16);
   TErrorRow& weighted =
-      Measurement.Table.Row({"Low-pass filters, CalcSimuSignalMutiply", "of the sum of the magnitudes"}, 1e-14);
+      Measurement.Table.Row({"Low-pass filters, CalcSimuSignalMutiply", "of the sum of the magnitudes"}, 4e-16);
   TErrorRow& time = Measurement.Table.Row({"Low-pass filters, Tc", "ulp"}, 0.501);
   TErrorRow& frequency = Measurement.Table.Row({"Low-pass filters, CalcRouphFByAtten", "relative",
                                                 "of the line between two rows, which lie some 1e-3 apart or more"},
-                                               1e-12);
+                                               6e-16);
+  TErrorRow& rises =
+      Measurement.Table.Row({"Low-pass filters, attList, frequencies", "ulp", "added up step by step"}, 8.0);
   TPortableRandom random(63);
   for (const TReferenceFilter& reference : kReferenceFilters) {
     const std::unique_ptr<TBaseLowPassFilter> filter = FilterOf(reference);
@@ -235,6 +247,7 @@ void MeasureFilters(const TMeasurement& Measurement) {
     const double simulated = filter->CalcSimuSignalMutiply(samples, static_cast<int>(samples.size()));
     weighted.Add(static_cast<double>(std::fabs(simulated - sum) / size), where);
     time.Add(LastPlacesOff(filter->Tc(), 1.0L / reference.fs), where);
+    MeasureTableFrequencies(*filter, where, rises);
     MeasureReverseLookUp(*filter, random, where, frequency);
   }
 }
@@ -267,20 +280,14 @@ class TExactResampling {
  public:
   explicit TExactResampling(const TBaseLowPassFilter& Filter) : FFilter(Filter), FRing(Filter.Coeff().size(), 0.0L) {}
 
-  /// Takes a sample. \return the outputs that are due, each with the sum of the magnitudes of its terms.
-  std::vector<std::pair<long double, long double>> Take(double Value, double Step) {
-    std::vector<std::pair<long double, long double>> outputs;
+  /// Takes a sample. \return the outputs that are due.
+  std::vector<long double> Take(double Value, double Step) {
+    std::vector<long double> outputs;
     FTime += Step;
     for (; FTime >= FFilter.Tc(); FTime -= FFilter.Tc()) {
       FRing.push_back(FRing.back() + (Value - FRing.back()) * FFilter.Tc() / FTime);
       FRing.erase(FRing.begin());
-      long double sum = 0.0L;
-      long double size = 0.0L;
-      for (std::size_t i = 0; i < FRing.size(); ++i) {
-        sum += FFilter.Coeff()[i] * FRing[i];
-        size += std::fabs(FFilter.Coeff()[i] * FRing[i]);
-      }
-      outputs.emplace_back(sum, size);
+      outputs.push_back(std::inner_product(FRing.begin(), FRing.end(), FFilter.Coeff().begin(), 0.0L));
     }
     return outputs;
   }
@@ -292,9 +299,10 @@ class TExactResampling {
 };
 
 void MeasureResampling(const TMeasurement& Measurement) {
-  TErrorRow& row = Measurement.Table.Row(
-      {"Low-pass filters, RandomTimeFilt", "of the sum of the magnitudes", "with the rounding of the times"}, 1e-12);
-  TErrorRow& elapsed = Measurement.Table.Row({"Low-pass filters, RandomTimeFilt, elapsed", "ulp"}, 2.0);
+  TErrorRow& row = Measurement.Table.Row({"Low-pass filters, RandomTimeFilt", "of the largest sample",
+                                          "with the rounding of the times, added up over 500 samples"},
+                                         8e-14);
+  TErrorRow& elapsed = Measurement.Table.Row({"Low-pass filters, RandomTimeFilt, elapsed", "ulp"}, 1.5);
   TPortableRandom random(65);
   for (int i = 0; i < Measurement.Cases(20, 2); ++i) {
     THammingLowPassFilter filter, timed;
@@ -312,7 +320,7 @@ void MeasureResampling(const TMeasurement& Measurement) {
       const auto where = [&] { return Format1033("signal %d, sample %d", i, k); };
       if (static_cast<std::size_t>(due) != outputs.size()) row.Add(kInfinity, where);
       for (std::size_t n = 0; n < std::min(outputs.size(), results.size()); ++n) {
-        row.Add(static_cast<double>(std::fabs(results[n] - outputs[n].first) / outputs[n].second), where);
+        row.Add(static_cast<double>(std::fabs(results[n] - outputs[n])), where);
       }
       double time = 0.0;
       timed.RandomTimeFilt(value, step, time);

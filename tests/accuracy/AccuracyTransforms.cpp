@@ -54,10 +54,10 @@ void MeasureCompositions(const TMeasurement& Measurement) {
   Measurement.Compare("TMatrix4D, Invert, translation", TMeasure::Eps, 2.0,
                       [=](TCase C) { return Components(inverse(C).GetTranslationPt()); });
   Measurement.Compare(
-      "TMatrix4D, Invert, any matrix", TMeasure::Eps, 4.0, [=](TCase C) { return Rotation(inverse(C)); },
+      "TMatrix4D, Invert, any matrix", TMeasure::Eps, 0.6, [=](TCase C) { return Rotation(inverse(C)); },
       "scale: the inverse times the condition");
   Measurement.Compare(
-      "TMatrix4D, Invert, any matrix, translation", TMeasure::Eps, 4.0,
+      "TMatrix4D, Invert, any matrix, translation", TMeasure::Eps, 0.6,
       [=](TCase C) { return Components(inverse(C).GetTranslationPt()); },
       "scale: the inverse times the condition and the translation");
   Measurement.Compare("TMatrix4D, Determinant", TMeasure::Eps, 3.0,
@@ -112,13 +112,13 @@ void MeasureEulerAngles(const TMeasurement& Measurement) {
   });
   const std::string remark = "the rounding of the given entries included; the middle angle within 1.4";
   Measurement.Compare(
-      "TMatrix4D, to Euler angles XYZ", TMeasure::Eps, 16.0,
+      "TMatrix4D, to Euler angles XYZ", TMeasure::Eps, 3.0,
       [](TCase C) { return Angles(MatrixIn(C.In, 0).Matrix4DToEulerAngleXYZ()); }, remark);
   Measurement.Compare(
-      "TMatrix4D, to Euler angles ZYX", TMeasure::Eps, 16.0,
+      "TMatrix4D, to Euler angles ZYX", TMeasure::Eps, 3.0,
       [](TCase C) { return Angles(MatrixIn(C.In, 0).Matrix4DToEulerAngleZYX()); }, remark);
   Measurement.Compare(
-      "TEulerAng, CreatebyXYVec", TMeasure::Eps, 16.0,
+      "TEulerAng, CreatebyXYVec", TMeasure::Eps, 3.0,
       [](TCase C) {
         const TEulerAng angles = TEulerAng::CreatebyXYVec(SpacePointIn(C.In, 0), SpacePointIn(C.In, 3));
         return std::vector{angles.Rx, angles.Ry, angles.Rz};
@@ -133,7 +133,7 @@ void MeasureEulerAngles(const TMeasurement& Measurement) {
 
 void MeasureAnglesAboutAxes(const TMeasurement& Measurement) {
   Measurement.Compare(
-      "TMatrix4D, angle about an axis", TMeasure::Eps, 16.0,
+      "TMatrix4D, angle about an axis", TMeasure::Eps, 6.0,
       [](TCase C) {
         double angle = 0.0;
         MatrixIn(C.In, 0).Matrix4DToVecAng(SpacePointIn(C.In, 12), angle);
@@ -141,7 +141,7 @@ void MeasureAnglesAboutAxes(const TMeasurement& Measurement) {
       },
       "the rounding of the given entries included");
   Measurement.Compare(
-      "TMatrix4D, angles about two axes", TMeasure::Eps, 100.0,
+      "TMatrix4D, angles about two axes", TMeasure::Eps, 10.0,
       [](TCase C) {
         double first = 0.0;
         double second = 0.0;

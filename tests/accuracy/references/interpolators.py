@@ -15,7 +15,7 @@ def interpolators(draw):
     for _ in range(12):
         yield from tables(draw)
     for _ in range(8):
-        yield long_turn(draw)
+        yield from long_turn(draw)
 
 
 def moves(draw):
@@ -44,8 +44,10 @@ def long_turn(draw):
         a, b = exact(first), exact(last)
         axis = normal(cross(a, b))
         if cross(axis, a)[2] < -0.01 and cross(axis, b)[2] > 0.01:
-            turn = angle(a, b) - 2 * mp.pi
-            return "TWcsPtInterpolator, direction, no lowest Z", first + last + [t], rows(about_axis(axis, mpf(t) * turn), a)
+            break
+    turn = 2 * mp.pi - angle(a, b)
+    yield "TWcsPtInterpolator, OffSetAngle, no lowest Z", first + last, [turn]
+    yield "TWcsPtInterpolator, direction, no lowest Z", first + last + [t], rows(about_axis(axis, -mpf(t) * turn), a)
 
 
 def hermite_step(x, ends, values, slopes):

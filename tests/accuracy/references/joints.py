@@ -11,11 +11,13 @@ LEAN, NEAR, HANDLE, BEND = mpf(0.3), mpf(0.4), mpf(0.417), mpf(0.2)
 
 
 def smooth_path(draw):
-    """Five points near a helix: no weight reaches its limits, where a rounding decides."""
-    radius, turn, rise = draw.uniform(8, 30), draw.uniform(0.2, 0.5), draw.uniform(-3, 3)
-    helix = [[radius * mp.cos(turn * i), radius * mp.sin(turn * i), rise * i] for i in range(5)]
-    points = [[float(a) + draw.uniform(-0.6, 0.6) for a in point] for point in helix]
-    path = TunedPath([exact(point) for point in points])
+    """Five points near a helix whose weights stay away from their limits, where a rounding decides."""
+    path = None
+    while path is None or not path.is_free:
+        radius, turn, rise = draw.uniform(8, 30), draw.uniform(0.2, 0.5), draw.uniform(-3, 3)
+        helix = [[radius * mp.cos(turn * i), radius * mp.sin(turn * i), rise * i] for i in range(5)]
+        points = [[float(a) + draw.uniform(-0.6, 0.6) for a in point] for point in helix]
+        path = TunedPath([exact(point) for point in points])
     yield "TTWoDerivCurveXD, weights", flat(points), path.weights, 1
     handles = [handle for chord in range(4) for handle in path.handles(chord, *path.ends_of(chord))]
     yield "TTWoDerivCurveXD, handles", flat(points), flat(handles), max(length(p) for p in path.points)
@@ -29,9 +31,11 @@ class TunedPath:
         steps = [minus(b, a) for a, b in zip(points, points[1:])]
         self.lengths, self.chords = [length(step) for step in steps], [normal(step) for step in steps]
         self.weights = [b / (a + b) for a, b in zip(self.lengths, self.lengths[1:])]
+        self.is_free = True
         for _ in range(CORRECTIONS):
             corrections = [self.correction(j) for j in range(len(self.weights))]
-            self.weights = [clamped(w + DAMPING * change) for w, change in zip(self.weights, corrections)]
+            self.weights = [weight + DAMPING * change for weight, change in zip(self.weights, corrections)]
+            self.is_free = self.is_free and all(0.1 < weight < 0.9 for weight in self.weights)
 
     def tangents(self):
         inner = [self.inner_tangent(j, weight) for j, weight in enumerate(self.weights)]
@@ -68,7 +72,7 @@ class TunedPath:
     def correction(self, j):
         before, behind = list(self.ends_of(j)), list(self.ends_of(j + 1))
         jump = self.jump(j, before, behind)
-        weight = clamped(self.weights[j] + STEP)
+        weight = self.weights[j] + STEP
         tangent = self.inner_tangent(j, weight)
         before[1] = behind[0] = tangent
         if j == 0:
@@ -76,10 +80,6 @@ class TunedPath:
         if j == len(self.weights) - 1:
             behind[1] = self.end_tangent(weight, tangent)
         return -jump / (self.jump(j, before, behind) - jump) * STEP
-
-
-def clamped(weight):
-    return min(max(weight, mpf(0)), mpf(1))
 
 
 def handle_factor(own, other):

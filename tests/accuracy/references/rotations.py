@@ -138,7 +138,8 @@ def moved_things(draw):
     size = max(length(p), length(q)) + length(t)
     yield "TMatrix4D, TransformLine", given + a + b, moved + plus(rows(r, q), t), size
     yield "TMatrix4D, P * M", given + a, rows(transposed(r), p), length(p)
-    yield "TMatrix4D, Translate", given + a, plus(t, p)
+    shift = doubles(draw, 3, 7.0)
+    yield "TMatrix4D, Translate", given + shift, plus(t, exact(shift))
 
 
 def any_entries(draw):

@@ -22,6 +22,7 @@ def solvers(draw):
         yield solved(size, size, hilbert, [1.0] * size, "MatrixDivUsingSvd, Hilbert matrices")
     for _ in range(6):
         yield back_substituted(draw, 5, 3)
+        yield singular_values(draw, 5, 3)
 
 
 def back_substituted(draw, rows, columns):
@@ -53,6 +54,12 @@ def solved(rows, columns, a, b, name):
     residual = mp.norm(matrix * x - right)
     scale = condition * mp.norm(x) + condition**2 * residual / largest
     return name, [rows, columns] + a + b, list(x), scale
+
+
+def singular_values(draw, rows, columns):
+    a = doubles(draw, rows * columns, 1.0)
+    matrix = mp.matrix([exact(a[i : i + columns]) for i in range(0, len(a), columns)])
+    return "SvdDecompose, singular values", [rows, columns] + a, sorted(mp.svd_r(matrix, compute_uv=False))
 
 
 def fits(draw):
