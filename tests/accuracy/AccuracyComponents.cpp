@@ -9,7 +9,6 @@ namespace {
 using TNumbers = std::vector<double>;
 using TExactly = long double (*)(long double A, long double B);
 
-constexpr double kOneRounding = 0.501;  // with what the extended format that measures it may add
 const char* const kReciprocal = "the reciprocal is rounded first, on purpose";
 
 // The worst of the numbers that come from P and Q, one of each.
@@ -29,9 +28,9 @@ long double Quotient(long double A, long double B) { return A / B; }
 // The arithmetic of a type that runs over Count numbers, of which Make makes a value.
 template <class TMake>
 void MeasureType(const TMeasurement& Measurement, const std::string& Type, std::size_t Count, TMake&& Make,
-                 double QuotientLimit = kOneRounding, const std::string& QuotientRemark = {}) {
-  TErrorRow& sums = Measurement.Table.Row({Type + ", P + Q and P - Q", "ulp"}, kOneRounding);
-  TErrorRow& products = Measurement.Table.Row({Type + ", S * P", "ulp"}, kOneRounding);
+                 double QuotientLimit = kRoundedOnce, const std::string& QuotientRemark = {}) {
+  TErrorRow& sums = Measurement.Table.Row({Type + ", P + Q and P - Q", "ulp"}, kRoundedOnce);
+  TErrorRow& products = Measurement.Table.Row({Type + ", S * P", "ulp"}, kRoundedOnce);
   constexpr bool divides = requires { Make(TNumbers{}) / 2.0; };
   TErrorRow* const quotients =
       divides ? &Measurement.Table.Row({Type + ", P / S", "ulp", QuotientRemark}, QuotientLimit) : nullptr;

@@ -9,8 +9,6 @@
 namespace ZORBase::Test {
 namespace {
 
-constexpr double kDifference = 0.501;  // rounded once
-
 // ---------------------------------------------------------------------------------------------- fits
 
 // The input is the method, then the points. What differs between the kinds of curves stands in overloads.
@@ -164,18 +162,6 @@ double TableError(const TCurve& Curve, TPoint TSULine::*At) {
   return static_cast<double>(std::fabs(Curve.CurveLength() - length) / length) / kEpsilon;
 }
 
-double LargestOf(const std::vector<double>& Numbers) {
-  double largest = 0.0;
-  for (const double number : Numbers) largest = std::max(largest, std::fabs(number));
-  return largest;
-}
-
-double FarthestApart(const std::vector<double>& P, const std::vector<double>& Q) {
-  double farthest = 0.0;
-  for (std::size_t i = 0; i < P.size(); ++i) farthest = std::max(farthest, std::fabs(P[i] - Q[i]));
-  return farthest;
-}
-
 // The worst of P - Q.
 double WorstShift(const std::vector<double>& Shifted, const std::vector<double>& P, const std::vector<double>& Q) {
   double worst = 0.0;
@@ -202,11 +188,11 @@ void MeasureWhole(const TMeasurement& Measurement, const std::string& Class, TPo
   TErrorTable& table = Measurement.Table;
   TErrorRow& lengths =
       table.Row({Class + ", arc-length table", "eps", "by the length; against the chords of its own rows"}, 30.0);
-  TErrorRow& parts = table.Row({Class + ", LengthOfParam", "ulp", "of the difference of two look-ups"}, kDifference);
+  TErrorRow& parts = table.Row({Class + ", LengthOfParam", "ulp", "of the difference of two look-ups"}, kRoundedOnce);
   TErrorRow& nearest = table.Row({Class + ", ClosestPoint, its distance", "ulp", "from the point that it gives"}, 3.0);
-  TErrorRow& shifts = table.Row({Class + ", RelativeToZero", "ulp"}, kDifference);
-  TErrorRow& knots = table.Row({Class + ", Reverse, knots", "ulp"}, kDifference);
-  TErrorRow& rows = table.Row({Class + ", Reverse, arc-length table", "ulp"}, kDifference);
+  TErrorRow& shifts = table.Row({Class + ", RelativeToZero", "ulp"}, kRoundedOnce);
+  TErrorRow& knots = table.Row({Class + ", Reverse, knots", "ulp"}, kRoundedOnce);
+  TErrorRow& rows = table.Row({Class + ", Reverse, arc-length table", "ulp"}, kRoundedOnce);
   TErrorRow& mirrored =
       table.Row({Class + ", Reverse, points", "eps", "by the largest coordinate; the mirrored knots are rounded"}, 8.0);
   TPortableRandom random(35);

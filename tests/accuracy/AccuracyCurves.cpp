@@ -99,12 +99,6 @@ void MeasureSumOfBasis(const TMeasurement& Measurement) {
 
 // ---------------------------------------------------------------------------------------------- fitting
 
-double LargestItem(const TPoint6D& P) {
-  double largest = 0.0;
-  for (const double item : P.ToArray()) largest = std::max(largest, std::fabs(item));
-  return largest;
-}
-
 // How far the curve passes by its points, as a part of the largest coordinate. The point i has the parameter U[i + 3].
 double MissOf(const TPoint6DList& Path, TParalizeMethod Method) {
   TNurbs6D curve;
@@ -112,8 +106,8 @@ double MissOf(const TPoint6DList& Path, TParalizeMethod Method) {
   double miss = 0.0;
   double largest = 0.0;
   for (int i = 0; i < Path.Count(); ++i) {
-    miss = std::max(miss, LargestItem(curve.EvalPoint(curve.BasicFun().Items(i + 3)) - Path[i]));
-    largest = std::max(largest, LargestItem(Path[i]));
+    miss = std::max(miss, LargestOf(Components(curve.EvalPoint(curve.BasicFun().Items(i + 3)) - Path[i])));
+    largest = std::max(largest, LargestOf(Components(Path[i])));
   }
   return miss / largest;
 }

@@ -11,7 +11,7 @@ namespace {
 template <class TOffset>
 void MeasureOffsets(const TMeasurement& Measurement, const std::string& Operation, const std::string& Moves,
                     TOffset&& Offset) {
-  TErrorRow& row = Measurement.Table.Row({Operation, "ulp"}, 0.501);
+  TErrorRow& row = Measurement.Table.Row({Operation, "ulp"}, kRoundedOnce);
   for (const TReferenceCase& item : Measurement.References.Of(Moves)) {
     const std::vector<double> offset = Offset(item);
     for (std::size_t i = 0; i < offset.size(); ++i) {

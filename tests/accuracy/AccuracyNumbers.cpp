@@ -13,9 +13,6 @@
 namespace ZORBase::Test {
 namespace {
 
-// Rounding once, with what the extended format that measures it may add.
-constexpr double kRoundedOnce = 0.501;
-
 void MeasureLogarithm(const TMeasurement& Measurement) {
   TErrorRow& references = Measurement.Table.Row({"Ln, the library's own logarithm", "ulp"}, kLnErrorBound);
   for (const TReferenceLogarithm& reference : kReferenceLogarithms) {
@@ -60,21 +57,9 @@ void MeasureTexts(const TMeasurement& Measurement) {
   }
 }
 
-std::vector<std::string> ItemsOf(const std::string& Text) {
-  std::vector<std::string> items(1);
-  for (const char c : Text) {
-    if (c == ',') {
-      items.emplace_back();
-    } else {
-      items.back() += c;
-    }
-  }
-  return items;
-}
-
 // The worst number of a text, in units of its last decimal.
 double WorstDecimal(const std::string& Text, const std::vector<long double>& Exact, int Decimals) {
-  const std::vector<std::string> items = ItemsOf(Text);
+  const std::vector<std::string> items = Split(Text, ',');
   long double worst = 0.0L;
   for (std::size_t i = 0; i < Exact.size(); ++i) {
     worst = std::max(worst, std::fabs(std::strtold(items[i].c_str(), nullptr) - Exact[i]));
@@ -116,7 +101,7 @@ void MeasureRows(const TMeasurement& Measurement) {
 
     const std::string row = LongRow(random);
     const std::vector<double> parsed = Components(TPoint6D::Parse1033(row));
-    const std::vector<std::string> items = ItemsOf(row);
+    const std::vector<std::string> items = Split(row, ',');
     for (std::size_t i = 0; i < parsed.size(); ++i) {
       const long double number = std::strtold(items[i].c_str(), nullptr);
       read.Add(number == parsed[i] ? 0.0 : LastPlacesOff(parsed[i], number), [&] { return items[i]; });

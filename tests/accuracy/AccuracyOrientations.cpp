@@ -81,17 +81,11 @@ void MeasurePoseBlends(const TMeasurement& Measurement) {
 
 // ---------------------------------------------------------------------------------------------- round trips
 
-double Farthest(const std::vector<double>& A, const std::vector<double>& B, double SignOfB) {
-  double farthest = 0.0;
-  for (std::size_t i = 0; i < A.size(); ++i) farthest = std::max(farthest, std::fabs(A[i] - SignOfB * B[i]));
-  return farthest;
-}
-
 // In eps; q and -q are the same rotation.
 double Apart(const TQuaternion& P, const TQuaternion& Q) {
-  return Farthest(Components(P), Components(Q), P.DotMul(Q) < 0.0 ? -1.0 : 1.0) / kEpsilon;
+  return FarthestApart(Components(P), Components(P.DotMul(Q) < 0.0 ? -Q : Q)) / kEpsilon;
 }
-double Apart(const TMatrix4D& M, const TMatrix4D& N) { return Farthest(Rotation(M), Rotation(N), 1.0) / kEpsilon; }
+double Apart(const TMatrix4D& M, const TMatrix4D& N) { return FarthestApart(Rotation(M), Rotation(N)) / kEpsilon; }
 
 TQuaternion FromMatrix(const TMatrix4D& M) {
   TQuaternion q;

@@ -127,9 +127,9 @@ void MeasureQuadrature(const TMeasurement& Measurement) {
     return TNumeric::GaussLegendreRule(static_cast<int>(C.In[0]))[static_cast<std::size_t>(C.In[1])];
   };
   const auto weight = [=](TCase C) { return std::vector{node(C).Weight}; };
-  Measurement.Compare("GaussLegendreRule, places", TMeasure::Ulp, 0.501,
+  Measurement.Compare("GaussLegendreRule, places", TMeasure::Ulp, kRoundedOnce,
                       [=](TCase C) { return std::vector{node(C).Place}; });
-  Measurement.Compare("GaussLegendreRule, weights of 14 points", TMeasure::Ulp, 0.501, weight);
+  Measurement.Compare("GaussLegendreRule, weights of 14 points", TMeasure::Ulp, kRoundedOnce, weight);
   Measurement.Compare("GaussLegendreRule, weights of other rules", TMeasure::Ulp, 2.5, weight);
   TErrorRow& row = Measurement.Table.Row({"GaussQuadrature of sin over [0, pi / 2]", "eps", "14 points"}, 1.5);
   const double integral = TNumeric::GaussQuadrature([](double x) { return std::sin(x); },

@@ -213,7 +213,7 @@ void MeasureFilters(const TMeasurement& Measurement) {
   TErrorRow& output = Measurement.Table.Row({"Low-pass filters, Filt", "of the sum of the magnitudes"}, 4e-16);
   TErrorRow& weighted =
       Measurement.Table.Row({"Low-pass filters, CalcSimuSignalMutiply", "of the sum of the magnitudes"}, 4e-16);
-  TErrorRow& time = Measurement.Table.Row({"Low-pass filters, Tc", "ulp"}, 0.501);
+  TErrorRow& time = Measurement.Table.Row({"Low-pass filters, Tc", "ulp"}, kRoundedOnce);
   TErrorRow& frequency = Measurement.Table.Row({"Low-pass filters, CalcRouphFByAtten", "relative",
                                                 "of the line between two rows, which lie some 1e-3 apart or more"},
                                                6e-16);

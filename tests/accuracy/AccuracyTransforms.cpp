@@ -76,13 +76,12 @@ void MeasureCompositions(const TMeasurement& Measurement) {
 }
 
 void MeasureEntries(const TMeasurement& Measurement) {
-  constexpr double roundedOnce = 0.501;
-  Measurement.Compare("TMatrix4D, Translate", TMeasure::Ulp, roundedOnce, [](TCase C) {
+  Measurement.Compare("TMatrix4D, Translate", TMeasure::Ulp, kRoundedOnce, [](TCase C) {
     TMatrix4D matrix = MatrixIn(C.In, 0);
     matrix.Translate(SpacePointIn(C.In, 12));
     return Components(matrix.GetTranslationPt());
   });
-  Measurement.Compare("TMatrix4D, RoundTo", TMeasure::Ulp, roundedOnce,
+  Measurement.Compare("TMatrix4D, RoundTo", TMeasure::Ulp, kRoundedOnce,
                       [](TCase C) { return Components(MatrixIn(C.In, 1).RoundTo(static_cast<int>(C.In[0]))); });
 }
 

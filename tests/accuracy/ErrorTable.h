@@ -9,6 +9,10 @@
 
 namespace ZORBase::Test {
 
+/// The limit of what is rounded once, in units of the last place: with what the extended format may add, in which some operations
+/// form their results before they store them, and in which others are measured.
+inline constexpr double kRoundedOnce = 0.501;
+
 /// What a row is about.
 struct TRowText {
   std::string Operation;

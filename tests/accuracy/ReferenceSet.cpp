@@ -18,13 +18,6 @@ constexpr const char* kNames[] = {"numbers",  "points",  "rotations", "orientati
 // An input of at most this many numbers is shown itself.
 constexpr std::size_t kShortInput = 3;
 
-std::vector<std::string> Split(const std::string& Text, char Separator) {
-  std::vector<std::string> items;
-  std::istringstream stream(Text);
-  for (std::string item; std::getline(stream, item, Separator);) items.push_back(item);
-  return items;
-}
-
 // strtod also reads the hexadecimal form.
 double Number(const std::string& Text) { return std::strtod(Text.c_str(), nullptr); }
 
@@ -63,6 +56,13 @@ double UnitOf(const TReference& Reference, double Scale, TMeasure Measure) {
 }
 
 }  // namespace
+
+std::vector<std::string> Split(const std::string& Text, char Separator) {
+  std::vector<std::string> items;
+  std::istringstream stream(Text);
+  for (std::string item; std::getline(stream, item, Separator);) items.push_back(item);
+  return items;
+}
 
 double LastPlaceOf(double Value) {
   const double size = std::fabs(Value);

@@ -20,6 +20,8 @@ struct TReference {
   double ErrorOf(double Value) const;
 };
 
+std::vector<std::string> Split(const std::string& Text, char Separator);
+
 /// The distance from the size of Value to the next larger double.
 double LastPlaceOf(double Value);
 

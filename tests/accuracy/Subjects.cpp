@@ -1,5 +1,9 @@
 #include "Subjects.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 #include "support/PortableRandom.h"
 
 namespace ZORBase::Test {
@@ -75,6 +79,18 @@ std::vector<double> Rotation(const TMatrix4D& M) {
   std::vector<double> entries;
   for (const auto& row : M.fm) entries.insert(entries.end(), row.begin(), row.begin() + 3);
   return entries;
+}
+
+double LargestOf(const std::vector<double>& Numbers) {
+  double largest = 0.0;
+  for (const double number : Numbers) largest = std::max(largest, std::fabs(number));
+  return largest;
+}
+
+double FarthestApart(const std::vector<double>& A, const std::vector<double>& B) {
+  double farthest = 0.0;
+  for (std::size_t i = 0; i < A.size(); ++i) farthest = std::max(farthest, std::fabs(A[i] - B[i]));
+  return farthest;
 }
 
 TPoint6DList Wander(TPortableRandom& Random) {

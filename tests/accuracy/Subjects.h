@@ -83,6 +83,10 @@ std::vector<double> Components(std::span<const TPoint> Points) {
 /// The nine numbers of the rotation.
 std::vector<double> Rotation(const TMatrix4D& M);
 
+/// The largest magnitude of the numbers, and the largest difference of A and B in one place.
+double LargestOf(const std::vector<double>& Numbers);
+double FarthestApart(const std::vector<double>& A, const std::vector<double>& B);
+
 /// A path that wanders in steps of 0.3 to 1.3, anywhere in space.
 TPoint6DList Wander(TPortableRandom& Random);
 

@@ -5,7 +5,7 @@ import functools
 from mpmath import mp, mpf
 
 from joints import smooth_path
-from vectors import doubles, dot, exact, length, minus, normal, plus, times
+from vectors import doubles, dot, exact, flat, length, minus, normal, plus, times
 
 # How a fit spreads the parameters: TParalizeMethod.
 EQUALLY, CHORD, CENTRIPETAL = range(3)
@@ -118,7 +118,7 @@ def fitted_curve(draw, name, method, count, dimension):
     size = max(length(point) for point in points)
     yield f"{name}, parameters of a fit", [method] + given, params
     yield f"{name}, chord length of a fit", [method] + given, [whole]
-    yield f"{name}, control points of a fit", [method] + given, flat_of(control_points(points, params, whole)), size
+    yield f"{name}, control points of a fit", [method] + given, flat(control_points(points, params, whole)), size
 
 
 def control_points(points, params, whole):
@@ -130,12 +130,12 @@ def control_points(points, params, whole):
     inner = range(2, last + 1)
     values = [[basis(knots, i, 3, params[k], 0) for i in range(last + 3)] for k in range(1, last)]
     matrix = mp.matrix([[row[i] for i in inner] for row in values])
-    sides = [minus(points[k + 1], flat_sum(times(given[i], row[i]) for i in given)) for k, row in enumerate(values)]
+    sides = [minus(points[k + 1], sum_of_vectors(times(given[i], row[i]) for i in given)) for k, row in enumerate(values)]
     columns = [list(mp.lu_solve(matrix, mp.matrix(side))) for side in zip(*sides)]
     return [given[0], given[1], *map(list, zip(*columns)), given[last + 1], given[last + 2]]
 
 
-def flat_sum(vectors):
+def sum_of_vectors(vectors):
     return [mp.fsum(items) for items in zip(*vectors)]
 
 
@@ -150,7 +150,7 @@ def bezier_points(draw, name, dimension):
     at = [blend(knots, points, knots[span] + t * (knots[span + 1] - knots[span]), 0) for t in places]
     columns = [list(mp.lu_solve(matrix, mp.matrix(side))) for side in zip(*at)]
     size = max(length(point) for point in points)
-    return f"{name}, SpanBezier", [span] + given_knots + given_points, flat_of(zip(*columns)), size
+    return f"{name}, SpanBezier", [span] + given_knots + given_points, flat(zip(*columns)), size
 
 
 def segments(draw):
@@ -184,12 +184,8 @@ def plane_segment(draw):
     speed = length(results[1])
     if speed > 10:
         s, size = by_arc_length(*results[1:]), by_arc_length_size(*results[1:])
-        yield "TransferU1U2U3ToS1S2S3", given + [t], flat_of(s), size
-        yield "TBezierSegmentHelper, EvalDerVector", given + [t], flat_of(s[:2]), size
-
-
-def flat_of(vectors):
-    return [number for vector in vectors for number in vector]
+        yield "TransferU1U2U3ToS1S2S3", given + [t], flat(s), size
+        yield "TBezierSegmentHelper, EvalDerVector", given + [t], flat(s[:2]), size
 
 
 def by_arc_length(u1, u2, u3):
