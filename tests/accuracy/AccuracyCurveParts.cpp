@@ -1,6 +1,7 @@
 #include <ZORBase/common/TableLookup.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "Subjects.h"
@@ -182,51 +183,69 @@ std::vector<double> LengthsOf(const TSUTable& Table) {
   return lengths;
 }
 
-// Looked up, mirrored and moved. At names the curve's points in its table.
+// Runs Measure with curves through random lists, a parameter on each, and how to name it. At tells the kind of curve.
+template <class TPoint, class TMeasureOne>
+void ForRandomCurves(const TMeasurement& Measurement, TPoint TSULine::*At, TMeasureOne&& Measure) {
+  TPortableRandom random(35);
+  for (int i = 0; i < Measurement.Cases(300, 10); ++i) {
+    TPoint6DList path = Wander(random);
+    // An even number of control points does not keep the middle pair in its order when it is reversed.
+    if (path.Count() % 2 == 0) path.Delete(path.Count() - 1);
+    if (path.Count() < 4) continue;
+    // 1 - u is exact.
+    const double u = std::ldexp(random.Below(1 << 20), -20);
+    Measure(FittedThrough(path, At), u, [i] { return "list " + std::to_string(i); });
+  }
+}
+
 template <class TPoint>
-void MeasureWhole(const TMeasurement& Measurement, const std::string& Class, TPoint TSULine::*At) {
+void MeasureOwnTable(const TMeasurement& Measurement, const std::string& Class, TPoint TSULine::*At) {
   TErrorTable& table = Measurement.Table;
   TErrorRow& lengths =
       table.Row({Class + ", arc-length table", "eps", "by the length; against the chords of its own rows"}, 30.0);
   TErrorRow& parts = table.Row({Class + ", LengthOfParam", "ulp", "of the difference of two look-ups"}, kRoundedOnce);
   TErrorRow& nearest = table.Row({Class + ", ClosestPoint, its distance", "ulp", "from the point that it gives"}, 3.0);
+  TPortableRandom random(36);
+  ForRandomCurves(Measurement, At, [&](const auto& Curve, double u, const auto& Where) {
+    lengths.Add(TableError(Curve, At), Where);
+    const long double rest = static_cast<long double>(Curve.GetSByU(1.0)) - Curve.GetSByU(u);
+    parts.Add(LastPlacesOff(Curve.LengthOfParam(u, 1.0), rest), Where);
+    const TPoint beside = Curve.EvalPoint(u) + TPoint(random.Point2D(0.5));
+    const auto closest = Curve.ClosestPoint(beside);
+    nearest.Add(LastPlacesOff(closest.Distance, ExactDistance(beside, closest.Point)), Where);
+  });
+}
+
+template <class TPoint>
+void MeasureChanges(const TMeasurement& Measurement, const std::string& Class, TPoint TSULine::*At) {
+  TErrorTable& table = Measurement.Table;
   TErrorRow& shifts = table.Row({Class + ", RelativeToZero", "ulp"}, kRoundedOnce);
   TErrorRow& knots = table.Row({Class + ", Reverse, knots", "ulp"}, kRoundedOnce);
   TErrorRow& rows = table.Row({Class + ", Reverse, arc-length table", "ulp"}, kRoundedOnce);
   TErrorRow& mirrored =
       table.Row({Class + ", Reverse, points", "eps", "by the largest coordinate; the mirrored knots are rounded"}, 8.0);
-  TPortableRandom random(35);
-  for (int i = 0; i < Measurement.Cases(300, 10); ++i) {
-    TPoint6DList path = Wander(random);
-    // An even number of control points does not keep the middle pair in its order.
-    if (path.Count() % 2 == 0) path.Delete(path.Count() - 1);
-    if (path.Count() < 4) continue;
-    const auto curve = FittedThrough(path, At);
-    const double u = std::ldexp(random.Below(1 << 20), -20);
-    const auto where = [i] { return "list " + std::to_string(i); };
-    lengths.Add(TableError(curve, At), where);
-    const long double rest = static_cast<long double>(curve.GetSByU(1.0)) - curve.GetSByU(u);
-    parts.Add(LastPlacesOff(curve.LengthOfParam(u, 1.0), rest), where);
-    const TPoint beside = curve.EvalPoint(u) + TPoint(random.Point2D(0.5));
-    const auto closest = curve.ClosestPoint(beside);
-    nearest.Add(LastPlacesOff(closest.Distance, ExactDistance(beside, closest.Point)), where);
-
-    auto moved = curve;
+  const auto numbers = [](std::span<const double> Numbers) { return std::vector(Numbers.begin(), Numbers.end()); };
+  ForRandomCurves(Measurement, At, [&](const auto& Curve, double u, const auto& Where) {
+    auto moved = Curve;
     moved.RelativeToZero();
-    for (int k = 0; k < curve.pCount(); ++k) {
-      const auto place = static_cast<std::size_t>(k);
-      shifts.Add(WorstShift(Components(moved.pointArr()[place]), Components(curve.pointArr()[place]),
-                            Components(curve.pointArr()[0])),
-                 where);
+    const std::span<const TPoint> before = Curve.pointArr(), after = moved.pointArr();
+    for (std::size_t k = 0; k < before.size(); ++k) {
+      shifts.Add(WorstShift(Components(after[k]), Components(before[k]), Components(before[0])), Where);
     }
-    auto back = curve;
+    auto back = Curve;
     back.Reverse();
-    const auto numbers = [](std::span<const double> Numbers) { return std::vector(Numbers.begin(), Numbers.end()); };
-    knots.Add(WorstMirrored(numbers(back.BasicFun().uArr()), 1.0, numbers(curve.BasicFun().uArr())), where);
-    rows.Add(WorstMirrored(LengthsOf(back.SUTable()), curve.CurveLength(), LengthsOf(curve.SUTable())), where);
-    const std::vector<double> point = Components(curve.EvalPoint(u));
-    mirrored.Add(FarthestApart(Components(back.EvalPoint(1.0 - u)), point) / (LargestOf(point) * kEpsilon), where);
-  }
+    knots.Add(WorstMirrored(numbers(back.BasicFun().uArr()), 1.0, numbers(Curve.BasicFun().uArr())), Where);
+    rows.Add(WorstMirrored(LengthsOf(back.SUTable()), Curve.CurveLength(), LengthsOf(Curve.SUTable())), Where);
+    const std::vector<double> point = Components(Curve.EvalPoint(u));
+    mirrored.Add(FarthestApart(Components(back.EvalPoint(1.0 - u)), point) / (LargestOf(point) * kEpsilon), Where);
+  });
+}
+
+// The curves of one kind, which At names by their points in a table.
+template <class TPoint>
+void MeasureKind(const TMeasurement& Measurement, const std::string& Class, TPoint TSULine::*At) {
+  MeasureOwnTable(Measurement, Class, At);
+  MeasureChanges(Measurement, Class, At);
 }
 
 }  // namespace
@@ -238,8 +257,8 @@ void MeasureCurveParts(const TMeasurement& Measurement) {
   MeasureFitSteps<TNurbs6D, TPoint6DList>(Measurement, "TNurbs6D", "CurveParalize", 8.0);
   MeasureBezierPoints(Measurement);
   MeasureTableLookUps(Measurement);
-  MeasureWhole(Measurement, "TNurbs2D", &TSULine::pos);
-  MeasureWhole(Measurement, "TNurbs6D", &TSULine::pos6d);
+  MeasureKind(Measurement, "TNurbs2D", &TSULine::pos);
+  MeasureKind(Measurement, "TNurbs6D", &TSULine::pos6d);
 }
 
 }  // namespace ZORBase::Test

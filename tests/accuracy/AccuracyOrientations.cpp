@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "Subjects.h"
@@ -67,16 +67,23 @@ void MeasureBlends(const TMeasurement& Measurement) {
 
 void MeasurePoseBlends(const TMeasurement& Measurement) {
   const auto at = [](TCase C, std::size_t Pose) { return MatrixIn(C.In, 1 + 12 * Pose); };
-  const std::string remark = "the rounding of the given entries included; translations of some 0.5";
+  const auto squad = [at](TCase C) { return Squad4DMatrix(C.In[0], at(C, 0), at(C, 1), at(C, 2), at(C, 3)); };
+  const std::string remark = "the rounding of the given entries included";
   Measurement.Compare(
-      "NLerp4DMatrix", TMeasure::Eps, 8.0,
-      [=](TCase C) { return Components(NLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
+      "NLerp4DMatrix, rotation", TMeasure::Eps, 8.0,
+      [=](TCase C) { return Rotation(NLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
   Measurement.Compare(
-      "SLerp4DMatrix", TMeasure::Eps, 8.0,
-      [=](TCase C) { return Components(SLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
+      "SLerp4DMatrix, rotation", TMeasure::Eps, 8.0,
+      [=](TCase C) { return Rotation(SLerp4DMatrix(C.In[0], at(C, 0), at(C, 1))); }, remark);
   Measurement.Compare(
-      "Squad4DMatrix", TMeasure::Eps, 16.0,
-      [=](TCase C) { return Components(Squad4DMatrix(C.In[0], at(C, 0), at(C, 1), at(C, 2), at(C, 3))); }, remark);
+      "Squad4DMatrix, rotation", TMeasure::Eps, 16.0, [=](TCase C) { return Rotation(squad(C)); }, remark);
+  Measurement.CompareAs("NLerp4DMatrix, SLerp4DMatrix and Squad4DMatrix, translation", "Blended translations",
+                        TMeasure::Eps, 1.0, [=](TCase C) {
+                          const TMatrix4D from = at(C, 1), to = at(C, 2);
+                          return Components<TPoint3D>(std::array{NLerp4DMatrix(C.In[0], from, to).GetTranslationPt(),
+                                                                 SLerp4DMatrix(C.In[0], from, to).GetTranslationPt(),
+                                                                 squad(C).GetTranslationPt()});
+                        });
 }
 
 // ---------------------------------------------------------------------------------------------- round trips

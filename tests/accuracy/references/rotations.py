@@ -203,17 +203,17 @@ def blends(draw):
 
 
 def blends_of_poses(draw):
-    """Of rotations whose entries are rounded, which is a part of the error."""
-    turns, shifts = [normal(exact(direction(draw, 4))) for _ in range(4)], [doubles(draw, 3, 0.5) for _ in range(4)]
+    """Of rotations whose entries are rounded, which is a part of the error. All three blend translations alike."""
+    turns, shifts = [normal(exact(direction(draw, 4))) for _ in range(4)], [doubles(draw, 3, 300.0) for _ in range(4)]
     poses = [[float(e) for e in with_translation(matrix_of(q), shift)] for q, shift in zip(turns, shifts)]
     t = draw.random()
     start, end = exact(shifts[1]), exact(shifts[2])
     shift = plus(times(start, 1 - mpf(t)), times(end, mpf(t)))
-    size = max(1, length(start) + length(end))
-    given = [t] + poses[1] + poses[2]
-    yield "NLerp4DMatrix", given, with_translation(matrix_of(nlerp(mpf(t), turns[1], turns[2])), shift), size
-    yield "SLerp4DMatrix", given, with_translation(matrix_of(slerp(mpf(t), turns[1], turns[2])), shift), size
-    yield "Squad4DMatrix", [t] + sum(poses, []), with_translation(matrix_of(squad(mpf(t), *turns)), shift), size
+    given, all_given = [t] + poses[1] + poses[2], [t] + sum(poses, [])
+    yield "NLerp4DMatrix, rotation", given, flat(matrix_of(nlerp(mpf(t), turns[1], turns[2])))
+    yield "SLerp4DMatrix, rotation", given, flat(matrix_of(slerp(mpf(t), turns[1], turns[2])))
+    yield "Squad4DMatrix, rotation", all_given, flat(matrix_of(squad(mpf(t), *turns)))
+    yield "Blended translations", all_given, shift * 3, length(start) + length(end)
 
 
 def squad(t, q0, q1, q2, q3):
