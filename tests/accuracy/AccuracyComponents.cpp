@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "Subjects.h"
 #include "support/PortableRandom.h"
 
@@ -15,7 +13,7 @@ const char* const kReciprocal = "the reciprocal is rounded first, on purpose";
 double WorstOf(const TNumbers& Results, const TNumbers& P, const TNumbers& Q, TExactly Exactly) {
   double worst = 0.0;
   for (std::size_t i = 0; i < Results.size(); ++i) {
-    worst = std::max(worst, LastPlacesOff(Results[i], Exactly(P[i], Q[i])));
+    worst = Worse(worst, LastPlacesOff(Results[i], Exactly(P[i], Q[i])));
   }
   return worst;
 }

@@ -167,7 +167,7 @@ double TableError(const TCurve& Curve, TPoint TSULine::*At) {
 double WorstShift(const std::vector<double>& Shifted, const std::vector<double>& P, const std::vector<double>& Q) {
   double worst = 0.0;
   for (std::size_t i = 0; i < P.size(); ++i) {
-    worst = std::max(worst, LastPlacesOff(Shifted[i], static_cast<long double>(P[i]) - Q[i]));
+    worst = Worse(worst, LastPlacesOff(Shifted[i], static_cast<long double>(P[i]) - Q[i]));
   }
   return worst;
 }

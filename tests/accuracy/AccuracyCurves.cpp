@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -106,8 +105,8 @@ double MissOf(const TPoint6DList& Path, TParalizeMethod Method) {
   double miss = 0.0;
   double largest = 0.0;
   for (int i = 0; i < Path.Count(); ++i) {
-    miss = std::max(miss, LargestOf(Components(curve.EvalPoint(curve.BasicFun().Items(i + 3)) - Path[i])));
-    largest = std::max(largest, LargestOf(Components(Path[i])));
+    miss = Worse(miss, LargestOf(Components(curve.EvalPoint(curve.BasicFun().Items(i + 3)) - Path[i])));
+    largest = Worse(largest, LargestOf(Components(Path[i])));
   }
   return miss / largest;
 }
@@ -151,7 +150,7 @@ void MeasureFitsThroughPoints(const TMeasurement& Measurement) {
     curve.CreateCross(points, method);
     for (int i = 0; i < points.Count(); ++i) {
       const TPoint2D miss = curve.EvalPoint(curve.BasicFun().Items(i + 3)) - points[i];
-      plane.Add(std::max(std::fabs(miss.X), std::fabs(miss.Y)), [i] { return "point " + std::to_string(i); });
+      plane.Add(Worse(std::fabs(miss.X), std::fabs(miss.Y)), [i] { return "point " + std::to_string(i); });
     }
   }
 }

@@ -2,7 +2,6 @@
 
 #include <ZORBaseAlg/kernels/LogarithmReferences.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
@@ -62,7 +61,7 @@ double WorstDecimal(const std::string& Text, const std::vector<long double>& Exa
   const std::vector<std::string> items = Split(Text, ',');
   long double worst = 0.0L;
   for (std::size_t i = 0; i < Exact.size(); ++i) {
-    worst = std::max(worst, std::fabs(std::strtold(items[i].c_str(), nullptr) - Exact[i]));
+    worst = Worse(worst, std::fabs(std::strtold(items[i].c_str(), nullptr) - Exact[i]));
   }
   return static_cast<double>(worst * std::pow(10.0L, Decimals));
 }

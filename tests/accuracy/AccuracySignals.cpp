@@ -17,10 +17,12 @@ namespace {
 
 using TExact = std::complex<long double>;
 
+constexpr long double kExactPi = std::numbers::pi_v<long double>;
+
 // The transform by halves in the extended format, 2048 times finer than what it measures. Its factors come from angles within an
 // eighth of a turn, so that none of them loses digits.
 TExact Factor(std::size_t P, std::size_t N) {
-  constexpr long double turn = 2.0L * std::numbers::pi_v<long double>;
+  constexpr long double turn = 2.0L * kExactPi;
   const auto angle = [&](std::size_t Part) {
     return turn * static_cast<long double>(Part) / static_cast<long double>(N);
   };
@@ -65,14 +67,14 @@ double SpectrumError(const TFFT& Transform, const std::vector<TExact>& Exact) {
 // In [0, 2 pi).
 long double ExactArgument(const TExact& Value) {
   const long double argument = std::arg(Value);
-  return argument < 0.0L ? argument + 2.0L * std::numbers::pi_v<long double> : argument;
+  return argument < 0.0L ? argument + 2.0L * kExactPi : argument;
 }
 
 void MeasureBins(const TFFT& Transform, const std::string& Where, TErrorRow& Phases, TErrorRow& Frequencies) {
   const long double count = 2.0L * Transform.Count();
   for (int k = 0; k < Transform.Count(); ++k) {
     const TComplex bin = Transform.Spectrum()[static_cast<std::size_t>(k)];
-    const long double phase = ExactArgument({bin.real, bin.imag}) * (180.0L / std::numbers::pi_v<long double>);
+    const long double phase = ExactArgument({bin.real, bin.imag}) * (180.0L / kExactPi);
     Phases.Add(static_cast<double>(std::fabs(Transform.getPhase(k) - phase)), Where);
     Frequencies.Add(LastPlacesOff(Transform.getFrq(k), k / (count * Transform.Dt())), Where);
   }
@@ -83,10 +85,10 @@ void MeasureTwiddles(const TMeasurement& Measurement) {
   TPortableRandom random(64);
   for (int i = 0; i < Measurement.Cases(100'000, 2'000); ++i) {
     const int n = 1 + random.Below(4096), p = random.Below(n);
-    const long double angle = 2.0L * std::numbers::pi_v<long double> * p / n;
+    const long double angle = 2.0L * kExactPi * p / n;
     TComplex w;
     TFFT::Wn_i(n, p, w, 1);
-    const long double error = std::max(std::fabs(w.real - std::cos(angle)), std::fabs(w.imag + std::sin(angle)));
+    const long double error = Worse(std::fabs(w.real - std::cos(angle)), std::fabs(w.imag + std::sin(angle)));
     row.Add(static_cast<double>(error) / kEpsilon, [&] { return Format1033("N = %d, P = %d", n, p); });
   }
 }
@@ -205,6 +207,23 @@ void MeasureTableFrequencies(const TBaseLowPassFilter& Filter, const std::string
   }
 }
 
+// The output for the last of as many samples as there are coefficients, and their sum without the ring.
+void MeasureSums(TBaseLowPassFilter& Filter, const std::vector<double>& Samples, const std::string& Where,
+                 TErrorRow& Output, TErrorRow& Weighted) {
+  double filtered = 0.0;
+  long double sum = 0.0L;
+  long double size = 0.0L;
+  for (std::size_t i = 0; i < Samples.size(); ++i) {
+    filtered = Filter.Filt(Samples[i]);
+    const long double product = static_cast<long double>(Filter.Coeff()[i]) * Samples[i];
+    sum += product;
+    size += std::fabs(product);
+  }
+  Output.Add(static_cast<double>(std::fabs(filtered - sum) / size), Where);
+  const double weighted = Filter.CalcSimuSignalMutiply(Samples, static_cast<int>(Samples.size()));
+  Weighted.Add(static_cast<double>(std::fabs(weighted - sum) / size), Where);
+}
+
 void MeasureFilters(const TMeasurement& Measurement) {
   TErrorRow& coefficients =
       Measurement.Table.Row({"Low-pass filters, coefficients", "of the largest coefficient"}, 1e-15);
@@ -233,46 +252,36 @@ void MeasureFilters(const TMeasurement& Measurement) {
     for (const TResponse& at : reference.Responses) {
       response.Add(std::fabs(filter->CalcAttenByF(at.Frequency) - at.Magnitude), where);
     }
-    std::vector<double> samples = random.Numbers(filter->Coeff().size(), 1.0);
-    double filtered = 0.0;
-    long double sum = 0.0L;
-    long double size = 0.0L;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-      filtered = filter->Filt(samples[i]);
-      const long double product = static_cast<long double>(filter->Coeff()[i]) * samples[i];
-      sum += product;
-      size += std::fabs(product);
-    }
-    output.Add(static_cast<double>(std::fabs(filtered - sum) / size), where);
-    const double simulated = filter->CalcSimuSignalMutiply(samples, static_cast<int>(samples.size()));
-    weighted.Add(static_cast<double>(std::fabs(simulated - sum) / size), where);
+    MeasureSums(*filter, random.Numbers(filter->Coeff().size(), 1.0), where, output, weighted);
     time.Add(LastPlacesOff(filter->Tc(), 1.0L / reference.fs), where);
     MeasureTableFrequencies(*filter, where, rises);
     MeasureReverseLookUp(*filter, random, where, frequency);
   }
 }
 
-void MeasureWindows(const TMeasurement& Measurement) {
-  TErrorRow& row = Measurement.Table.Row({"Low-pass filters, GetWindowEff", "eps"}, 4.0);
-  constexpr long double pi = std::numbers::pi_v<long double>;
-  THammingLowPassFilter hamming;
-  TBlackmanLowPassFilter blackman;
+// The windows at the distance D from the middle of N samples.
+long double HammingWindow(int D, int N) { return 0.54L + 0.46L * std::cos(2.0L * kExactPi * D / (N - 1)); }
+long double BlackmanWindow(int D, int N) {
+  return 0.42L + 0.5L * std::cos(2.0L * kExactPi * D / (N - 1)) + 0.08L * std::cos(4.0L * kExactPi * D / N);
+}
+
+void MeasureWindow(TLowPassWindowFilter& Filter, long double (*Window)(int D, int N), TErrorRow& Row) {
   for (const int n : {3, 5, 17, 101, 501}) {
-    for (TLowPassWindowFilter* const filter :
-         {static_cast<TLowPassWindowFilter*>(&hamming), static_cast<TLowPassWindowFilter*>(&blackman)}) {
-      filter->SetFilterOrder(n);
-      filter->CalN();
-    }
+    Filter.SetFilterOrder(n);
+    Filter.CalN();
     for (int i = 0; i < n; ++i) {
-      const int d = i - (n - 1) / 2;
-      const long double turn = 2.0L * pi * d / (n - 1);
-      const long double first = 0.54L + 0.46L * std::cos(turn);
-      const long double second = 0.42L + 0.5L * std::cos(turn) + 0.08L * std::cos(4.0L * pi * d / n);
-      const auto where = [&] { return Format1033("i = %d of %d", i, n); };
-      row.Add(static_cast<double>(std::fabs(hamming.GetWindowEff(i) - first)) / kEpsilon, where);
-      row.Add(static_cast<double>(std::fabs(blackman.GetWindowEff(i) - second)) / kEpsilon, where);
+      const long double error = std::fabs(Filter.GetWindowEff(i) - Window(i - (n - 1) / 2, n));
+      Row.Add(static_cast<double>(error) / kEpsilon, [&] { return Format1033("i = %d of %d", i, n); });
     }
   }
+}
+
+void MeasureWindows(const TMeasurement& Measurement) {
+  TErrorRow& row = Measurement.Table.Row({"Low-pass filters, GetWindowEff", "eps"}, 4.0);
+  THammingLowPassFilter hamming;
+  TBlackmanLowPassFilter blackman;
+  MeasureWindow(hamming, HammingWindow, row);
+  MeasureWindow(blackman, BlackmanWindow, row);
 }
 
 // The samples of an irregularly timed signal, in the extended format: between two of them it is a straight line.

@@ -32,7 +32,7 @@ double OneNorm(int Rows, int Columns, TEntry&& Entry) {
   for (int j = 0; j < Columns; ++j) {
     long double sum = 0.0L;
     for (int i = 0; i < Rows; ++i) sum += std::fabs(Entry(i, j));
-    largest = std::max(largest, sum);
+    largest = Worse(largest, sum);
   }
   return static_cast<double>(largest);
 }

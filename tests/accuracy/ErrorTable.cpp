@@ -1,8 +1,6 @@
 #include "ErrorTable.h"
 
-#include <cmath>
 #include <cstdio>
-#include <limits>
 
 namespace ZORBase::Test {
 namespace {
@@ -24,7 +22,7 @@ std::string Exact(double Value) {
 }  // namespace
 
 bool TErrorRow::Count(double Error) {
-  const double error = std::isnan(Error) ? std::numeric_limits<double>::infinity() : Error;
+  const double error = Worse(Error, 0.0);
   const bool isWorst = FCases == 0 || error > FLargest;
   ++FCases;
   FSum += error;

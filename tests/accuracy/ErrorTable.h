@@ -1,9 +1,11 @@
 // ErrorTable: how far results are off, row by row, and whether each row keeps its limit.
 #pragma once
 
+#include <cmath>
 #include <concepts>
 #include <cstddef>
 #include <deque>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -12,6 +14,13 @@ namespace ZORBase::Test {
 /// The limit of what is rounded once, in units of the last place: with what the extended format may add, in which some operations
 /// form their results before they store them, and in which others are measured.
 inline constexpr double kRoundedOnce = 0.501;
+
+/// The worse of two errors, of which a NaN counts as infinite; std::max would pass over it.
+template <std::floating_point TReal>
+TReal Worse(TReal A, TReal B) {
+  if (std::isnan(A) || std::isnan(B)) return std::numeric_limits<TReal>::infinity();
+  return A < B ? B : A;
+}
 
 /// What a row is about.
 struct TRowText {

@@ -107,9 +107,7 @@ double ErrorOf(const std::vector<double>& Results, const TReferenceCase& Case, T
   for (std::size_t i = 0; i < Results.size(); ++i) {
     const double error = Case.Out[i].ErrorOf(Results[i]);
     if (error == 0.0) continue;
-    // Not std::max, which would pass over a NaN.
-    const double counted = error / UnitOf(Case.Out[i], Case.Scale, Measure);
-    if (!(counted <= largest)) largest = counted;
+    largest = Worse(largest, error / UnitOf(Case.Out[i], Case.Scale, Measure));
   }
   return largest;
 }

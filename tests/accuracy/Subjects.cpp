@@ -1,6 +1,5 @@
 #include "Subjects.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -83,13 +82,13 @@ std::vector<double> Rotation(const TMatrix4D& M) {
 
 double LargestOf(const std::vector<double>& Numbers) {
   double largest = 0.0;
-  for (const double number : Numbers) largest = std::max(largest, std::fabs(number));
+  for (const double number : Numbers) largest = Worse(largest, std::fabs(number));
   return largest;
 }
 
 double FarthestApart(const std::vector<double>& A, const std::vector<double>& B) {
   double farthest = 0.0;
-  for (std::size_t i = 0; i < A.size(); ++i) farthest = std::max(farthest, std::fabs(A[i] - B[i]));
+  for (std::size_t i = 0; i < A.size(); ++i) farthest = Worse(farthest, std::fabs(A[i] - B[i]));
   return farthest;
 }
 
