@@ -116,9 +116,9 @@ void MeasureNumbers(const TMeasurement& Measurement) {
                       [](TCase C) { return std::vector{SafeDiv(C.In[0], C.In[1], 1e-9)}; });
   Measurement.CompareAs("SafeDivXD", "SafeDiv", TMeasure::Ulp, kRoundedOnce,
                         [](TCase C) { return std::vector{SafeDivXD(C.In[0], C.In[1], 1e-9)}; });
+  Measurement.Compare("DegToRad", TMeasure::Ulp, 1.5, [](TCase C) { return std::vector{DegToRad(C.In[0])}; });
   Measurement.CompareAs("TEulerAng, CreatebyDegree", "DegToRad", TMeasure::Ulp, 1.5,
                         [](TCase C) { return std::vector{TEulerAng::CreatebyDegree(0.0, C.In[0], 0.0).Ry}; });
-  Measurement.Compare("DegToRad", TMeasure::Ulp, 1.5, [](TCase C) { return std::vector{DegToRad(C.In[0])}; });
   Measurement.Compare("RadToDeg", TMeasure::Ulp, 1.5, [](TCase C) { return std::vector{RadToDeg(C.In[0])}; });
   Measurement.Compare("ArcCos", TMeasure::Ulp, 1.0, [](TCase C) { return std::vector{ArcCos(C.In[0])}; });
   Measurement.CompareAs("StrToFloat1033, StrToFloat and TryStrToFloat", "StrToFloat1033", TMeasure::Ulp, kRoundedOnce,

@@ -54,7 +54,10 @@ void MeasureSpaceSegments(const TMeasurement& Measurement) {
                           return Components(results[order]);
                         });
   }
-  const std::string first = "TCubicBezXD, derivative 1", second = "TCubicBezXD, derivative 2";
+  const std::string point = "TCubicBezXD, derivative 0", first = "TCubicBezXD, derivative 1",
+                    second = "TCubicBezXD, derivative 2";
+  Measurement.CompareAs("TCubicBezXD, EvalPoint without derivatives", point, TMeasure::Eps, 2.0,
+                        [](TCase C) { return Components(SpaceSegment(C).EvalPoint(C.In[12])); });
   Measurement.CompareAs("TCubicBezXD, EvalDeriv", first, TMeasure::Eps, 0.6,
                         [](TCase C) { return Components(SpaceSegment(C).EvalDeriv(C.In[12])); });
   Measurement.CompareAs("TCubicBezXD, EvalDeriv2", second, TMeasure::Eps, 0.6,
