@@ -30,8 +30,8 @@ Operations are held against the sets of \`tests/accuracy/references\`, computed 
 uses ten times as many cases as the files there. Laws and comparisons with the extended format draw their cases from a generator
 with a fixed seed, and number them; case k of a set is its line k + 1, below its heading, in the sets that the command leaves
 in \`build/accuracy/references/ten-times\`. An ordinary test measures the same, with fewer cases, and fails where an operation
-exceeds its goal, or the looser limit that the shortfalls name. Forms for many have no rows of their own: they give the bits of the
-single form. Neither has what only copies, picks or decides.
+exceeds its goal, or the looser limit that the shortfalls name. Forms for many have no rows of their own, as they give the bits of
+the single form; nor has what only copies, picks or decides.
 
 | unit | meaning |
 |---|---|
