@@ -4,6 +4,7 @@
 #include <ZORBase/common/BaseServices/Extended.h>
 #include <ZORBase/common/BaseServices/NumberText.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/Cadtypes/ArcTan2.h>
 #include <ZORBase/common/Cadtypes/SMatrixSigular.h>
 #include <ZORBase/common/Cadtypes/fEqual.h>
 #include <ZORBase/kernels/PointTransform.h>
@@ -77,9 +78,6 @@ double RoundedTo(double Value, int Digits) {
   AppendFixed(text, Value, -std::max(Digits, -kMaxDecimals));
   return StrToFloat1033(text);
 }
-
-// atan2 in (-pi, pi]: a y of -0 counts as 0 and does not give -pi.
-double ArcTan2(double Y, double X) { return std::atan2(Y + 0.0, X); }
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include <ZORBase/common/BaseServices/NumberRow.h>
 #include <ZORBase/common/BaseServices/TGeneralError.h>
+#include <ZORBase/common/Cadtypes/ArcTan2.h>
 #include <ZORBase/common/Cadtypes/fEqual.h>
 
 #include <algorithm>
@@ -30,9 +31,6 @@ double TEulerAng::*Component(int Index) {
   if (Index < 0 || Index > 2) RaiseGeneralError("TEulerAng has the items 0 to 2, not " + std::to_string(Index));
   return kComponents[static_cast<std::size_t>(Index)];
 }
-
-// The angle of the vector (B, A) in (-pi, pi]. Adding 0 clears the sign of a zero A, which would turn pi into -pi.
-double ArcTan2(double A, double B) { return std::atan2(A + 0.0, B); }
 
 }  // namespace
 

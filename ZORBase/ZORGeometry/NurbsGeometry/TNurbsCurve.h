@@ -66,9 +66,8 @@ class ZORBASE_API TNurbsCurve : public TPersistent {
 
   /// \return the place of the curve that is closest to point over all components, safe from local minima; of several that are
   ///         equally close, up to rounding, that with the smallest parameter. At a break, which four equal inner knots make, the
-  ///         end before it is given at the double below the knot, where the curve is that close to it. Needs knots that are clamped
-  ///         on [0, 1], as every fit has them, and distances of about 1e-150 to 1e150. Cost O(number of spans), also in memory
-  ///         that is allocated.
+  ///         end before it is found at the double below the knot. Needs knots that are clamped on [0, 1], as every fit has them, and
+  ///         distances of about 1e-150 to 1e150. Cost O(number of spans), also in memory that is allocated.
   /// \throws the general error for other knots, for a point that is not finite, and for a curve or a point too far away.
   TClosestPoint<TPoint> ClosestPoint(const TPoint& point) const;
 
