@@ -26,3 +26,6 @@ if(ZORBASE_COVERAGE AND ZORBASE_GCOVR)
     COMMAND ${CMAKE_COMMAND} -E echo "See ${PROJECT_BINARY_DIR}/coverage.html"
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} VERBATIM)
 endif()
+
+# What takes hours: every part of the evidence, each with builds of its own.
+add_custom_target(evidence COMMAND scripts/evidence.sh WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} USES_TERMINAL VERBATIM)
