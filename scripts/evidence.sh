@@ -13,7 +13,7 @@ sections=(bits fuzz faults threads allocation coverage mutation)
 parts=("$@")
 [[ $# -gt 0 ]] || parts=(accuracy "${sections[@]}")
 
-pages=build/evidence
+pages=build/evidence/pages
 status=0
 rm -rf "$pages"
 mkdir -p "$pages"
