@@ -167,6 +167,9 @@ std::string NumberErrorText(std::string_view Text, TNumberStatus Status) {
 }
 
 void AppendFixed(std::string& Text, double Value, int Decimals, TNumberForm Form) {
+  if (Decimals > kMostDecimals)
+    RaiseGeneralError("A number is written with at most " + std::to_string(kMostDecimals) + " decimals, not " +
+                      std::to_string(Decimals));
   const int decimals = std::max(Decimals, 0);
   const std::size_t start = Text.size();
   std::array<char, PlainDecimal::kPlainRoom> plain;

@@ -45,8 +45,12 @@ ZORBASE_API std::string NumberErrorText(std::string_view Text, TNumberStatus Sta
 
 // ---------------------------------------------------------------------------------------------- number to text
 
+/// More digits after the decimal point are not written. A double has at most 1074 that are not 0.
+inline constexpr int kMostDecimals = 1'000'000;
+
 /// Appends Value with exactly Decimals digits after the decimal point (a negative count is 0); nan and infinities read
 /// "nan", "inf" and "-inf".
+/// \throws the general error for more than kMostDecimals digits.
 ZORBASE_API void AppendFixed(std::string& Text, double Value, int Decimals, TNumberForm Form = nf1033);
 
 /// \return Value with up to 15 significant digits and the decimal point of the current locale: in fixed form from 0.0001
@@ -86,7 +90,7 @@ ZORBASE_API std::string FormatArgs(std::string_view Pattern, std::span<const TFo
 
 /// Fills the items of Pattern in order: "%s" takes a text, "%d" an integer, "%.Nf" and "%f" (6 decimals) a real number
 /// or an integer, "%%" is a percent sign. En-US conventions.
-/// \throws the general error when an item and its argument do not fit, or when their counts differ.
+/// \throws the general error when an item and its argument do not fit, when their counts differ, or for N above kMostDecimals.
 template <class... TArgs>
 std::string Format1033(std::string_view Pattern, const TArgs&... Args) {
   return FormatArgs(Pattern, std::array<TFormatArg, sizeof...(TArgs)>{TFormatArg(Args)...}, nf1033);

@@ -11,12 +11,15 @@ namespace ZORBase {
 namespace {
 
 using Test::AnyFinite;
+using Test::Calling;
 using Test::Coordinate;
 using Test::DecimalCommaLocale;
 using Test::ExactFixed;
 using Test::Fixed;
+using Test::kLargestInt;
 using Test::kMax;
 using Test::kTiny;
+using Test::RaisesGeneralError;
 using Test::TExactDecimal;
 using Test::TLocaleGuard;
 
@@ -78,6 +81,18 @@ TEST(AppendFixed, LeavesTheTextBeforeItAlone) {
   AppendFixed(text, 1.5, 2, nfLocale);
   AppendFixed(text, 2.5, 2, nf1033);
   EXPECT_EQ(text, "a.b 1,502.50");
+}
+
+TEST(AppendFixed, WritesAMillionDecimalsAndRefusesMore) {
+  std::string text = "a ";
+  for (const int decimals : {kMostDecimals + 1, kLargestInt}) {
+    EXPECT_THAT(
+        Calling([&] { AppendFixed(text, 0.5, decimals); }),
+        RaisesGeneralError("A number is written with at most 1000000 decimals, not " + std::to_string(decimals)));
+    EXPECT_EQ(text, "a ");
+  }
+  AppendFixed(text, 0.5, kMostDecimals);
+  EXPECT_EQ(text, "a 0.5" + std::string(999'999, '0'));
 }
 
 RC_GTEST_PROP(AppendFixed, EqualsTheExactDecimalExpansion, ()) {

@@ -78,6 +78,9 @@ TEST(Format1033, RefusesABrokenPattern) {
   EXPECT_THAT(Calling([] { Format1033("%.-1f", 1.0); }),
               RaisesGeneralError(HasSubstr("no number of digits behind '%.'")));
   EXPECT_THAT(Calling([] { Format1033("%.99999999999f", 1.0); }), RaisesGeneralError(HasSubstr("no number of digits")));
+  // A pattern of a few characters is not to take gigabytes.
+  EXPECT_THAT(Calling([] { Format1033("%.2147483647f", 1.0); }),
+              RaisesGeneralError(HasSubstr("at most 1000000 decimals")));
   EXPECT_THAT(Calling([] { Format1033("%.", 1.0); }), RaisesGeneralError(HasSubstr("no number of digits")));
   EXPECT_THAT(Calling([] { Format1033("%.3", 1.0); }), RaisesGeneralError(HasSubstr("needs an 'f' behind '%.N'")));
   EXPECT_THAT(Calling([] { Format1033("%.3d", 1); }), RaisesGeneralError(HasSubstr("needs an 'f' behind '%.N'")));
