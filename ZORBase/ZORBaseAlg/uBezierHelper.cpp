@@ -10,7 +10,7 @@ constinit TModuleGuard Guard;
 
 constexpr double kZeroLength = 1e-12;
 constexpr double kAngleTolerance = 1e-6;
-constexpr double kLengthTolerance = 1e-6;
+constexpr double kMagTolerance = 1e-6;
 
 // A derivative shorter than this has no direction.
 constexpr double kShortestDerivative = 1e-7;
@@ -37,7 +37,7 @@ bool CheckSameVec(const TPoint2D& A, const TPoint2D& B, bool CheckMag) {
   const bool isZeroB = fEqual(magB, 0.0, kZeroLength);
   if (isZeroA || isZeroB) return isZeroA && isZeroB;
   if (!fEqual(A.AngleBetween(B), 0.0, kAngleTolerance)) return false;
-  return !CheckMag || fEqual(magA, magB, kLengthTolerance);
+  return !CheckMag || fEqual(magA, magB, kMagTolerance);
 }
 
 void TransferU1U2U3ToS1S2S3(const TPoint2D& U1, const TPoint2D& U2, const TPoint2D& U3, TPoint2D& S1, TPoint2D& S2,

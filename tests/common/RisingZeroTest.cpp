@@ -33,6 +33,17 @@ TEST(ZeroOfRising, AStepThatLeavesTheBracketHalvesIt) {
   EXPECT_LT(calls, 15);
 }
 
+TEST(ZeroOfRising, BelowZeroTheSearchSettlesAsSoonAsAboveIt) {
+  int calls = 0;
+  const auto counted = [&](double x) {
+    ++calls;
+    return Cubic(-0.3)(x);
+  };
+  const double found = ZeroOfRising(-1.0, 0.0, -0.5, counted);
+  EXPECT_NEAR(found * found * found + found, -0.3, 1e-16);
+  EXPECT_LT(calls, 10);
+}
+
 TEST(ZeroOfRising, AValueOfZeroEndsTheSearchAtOnce) {
   int calls = 0;
   const auto line = [&](double x) {

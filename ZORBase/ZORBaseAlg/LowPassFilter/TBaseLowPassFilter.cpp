@@ -14,7 +14,7 @@ namespace ZORBase {
 namespace {
 
 // So many samples in a row are filtered at a time, or as many as the filter is long.
-constexpr std::size_t kBlockSize = 1024;
+constexpr std::size_t kLineBlock = 1024;
 
 [[noreturn]] void RaiseFilterError(std::string_view Method, const std::string& Reason) {
   RaiseGeneralError("Error TBaseLowPassFilter." + std::string(Method) + ": " + Reason);
@@ -64,7 +64,7 @@ void TBaseLowPassFilter::Initialize(double initValue) {
   const auto count = static_cast<std::size_t>(FN);
   TDoubleArray signal(2 * count, initValue);
   TDoubleArray coeff(count);
-  TDoubleArray line(count - 1 + std::max(count, kBlockSize));
+  TDoubleArray line(count - 1 + std::max(count, kLineBlock));
   FSignal.swap(signal);
   FCoeff.swap(coeff);
   FLine.swap(line);

@@ -101,6 +101,7 @@ double JointCurvError(const TBezInfo& A, const TBezInfo& B) {
 
 // Stored numbers count as far as the longest point reaches: there they are read where dimensions meet.
 void RequireMeasurable(const TList<TPointXD>& Points) {
+  static_assert(TTWoDerivCurveXD::kFarthest == 1e100);
   TPointXD widest;
   for (const TPointXD& point : Points) widest.FDimension = std::max(widest.FDimension, point.FDimension);
   for (int i = 0; i < Points.Count(); ++i) {

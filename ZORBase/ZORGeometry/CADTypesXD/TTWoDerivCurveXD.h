@@ -48,7 +48,7 @@ class ZORBASE_API TTWoDerivCurveXD {
 
   /// Builds the curve through ctrlPt and hands its segments to the callback, each starting and ending in its points exactly.
   /// \return false, with nothing changed, for fewer than 3 points.
-  /// \throws the general error, before anything is changed or delivered, for a point that is not finite or farther than 1e100
+  /// \throws the general error, before anything is changed or delivered, for a point that is not finite or farther than kFarthest
   ///         from the origin, for an inner point whose two chords are both without length (the index is named), and for a
   ///         second curve. What the callback raises passes through. Cost O(number of points).
   bool CreateCorss(const TList<TPointXD>& ctrlPt);

@@ -81,7 +81,8 @@ typedef struct zorbase_closest {
 
 /** Finds the closest place, over all six components; of several that are equally close, up to rounding, that with the smallest
  *  parameter. ZORBASE_ERROR for a pose that is not finite, for a curve or a pose too far away for its distance to be measured (about
- *  1e150), and for knots that are not clamped on 0..1, as those of a fit are.
+ *  1e150), and for knots that are not clamped on 0..1, as those of a fit are. Four equal inner knots break the curve; the end before
+ *  them is found at the double below.
  *  Cost: in proportion to the number of knots. */
 ZORBASE_API zorbase_status zorbase_curve_closest(const zorbase_curve* curve, const zorbase_pose* pose,
                                                  zorbase_closest* closest) ZORBASE_NOEXCEPT;
