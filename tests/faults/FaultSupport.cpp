@@ -7,10 +7,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <new>
+#include <system_error>
 #include <utility>
 
 namespace ZORBase::Test {
@@ -72,7 +74,8 @@ TTimeLimit::~TTimeLimit() {
 }
 
 TChild::TChild(const std::function<int()>& Action) : FProcess(::fork()) {
-  if (FProcess != 0) return;
+  if (FProcess < 0) throw std::system_error(errno, std::generic_category(), "fork");
+  if (FProcess > 0) return;
   const rlimit none{0, 0};
   ::setrlimit(RLIMIT_CORE, &none);
   const int nowhere = ::open("/dev/null", O_WRONLY);
@@ -88,7 +91,7 @@ TChild::TChild(const std::function<int()>& Action) : FProcess(::fork()) {
 }
 
 TChild::~TChild() {
-  if (FProcess <= 0) return;
+  if (FProcess == 0) return;
   Kill();
   Wait();
 }
