@@ -50,8 +50,8 @@ TEST(ClosestPoint, OfTwoEquallyCloseSidesOfABreakTheFirstIsGiven) {
   }
 }
 
-// What is seen just before a break bounds the search elsewhere: a place that is closer than the other side of the break, but not
-// than this one, is not what is found, nor is nothing at all.
+// The end before a break counts as reached. A search that never evaluates it leaves out whatever lies between its distance and that
+// of the other side.
 TEST(ClosestPoint, NoSampleOfABrokenCurveIsCloser) {
   std::mt19937_64 random(15);
   for (int round = 0; round < 100; ++round) {
@@ -84,7 +84,7 @@ TEST(ClosestPoint, AnEndThatStandsAloneIsSeen) {
   EXPECT_EQ(curve.ClosestPoint({4, 9}).Param, 1);
   EXPECT_EQ(curve.ClosestPoint({4, 9}).Distance, 1);
   EXPECT_NEAR(curve.ClosestPoint({-1, 0}).Distance, 1, 1e-12);
-  EXPECT_NEAR(curve.ClosestPoint({-1, 0}).Param, 0, 1e-300);
+  EXPECT_EQ(curve.ClosestPoint({-1, 0}).Param, std::nextafter(0, 1));
   EXPECT_NEAR(curve.ClosestPoint({4, 0}).Distance, 1, 1e-12);
   EXPECT_EQ(curve.ClosestPoint({4, 0}).Param, std::nextafter(1, 0));
   EXPECT_EQ(curve.ClosestPoint({-1, std::nextafter(4.5, 0)}).Param, 0);
