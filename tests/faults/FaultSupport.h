@@ -36,7 +36,8 @@ bool TellsOfMemory(std::string_view Text);
 
 TOutcome Outcome(const std::function<void()>& Action);
 
-/// Every call comes back within ten seconds: a case that takes longer than Time ends the process, which tells its name. One at a time.
+/// A watchdog: a case that has not come back after Time, which no call comes near, hangs and ends the process, which tells its name.
+/// It measures no speed. One at a time.
 class TTimeLimit {
  public:
   explicit TTimeLimit(std::string Case, std::chrono::milliseconds Time = std::chrono::seconds(10));
@@ -51,6 +52,7 @@ class TTimeLimit {
 /// A child process that prints nothing and leaves no core. It does Action and ends with the status that Action returns.
 class TChild {
  public:
+  /// \throws std::system_error where the system has no process left.
   explicit TChild(const std::function<int()>& Action);
   ~TChild();
   TChild(const TChild&) = delete;
