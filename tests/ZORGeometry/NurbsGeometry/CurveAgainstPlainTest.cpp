@@ -9,11 +9,11 @@ namespace {
 
 bool IsSame(const TPoint6D& P, const TPlainPose& Q) { return IsSamePose(P, TPoint6D::FromArray(Q)); }
 
-/// The number that Action gives; nothing when it raises the general error.
-template <class TAction>
-auto ResultOf(TAction&& Action) -> std::optional<decltype(Action())> {
-  std::optional<decltype(Action())> result;
-  if (GeneralErrorOf([&] { result = Action(); })) return std::nullopt;
+/// What Calculation gives; nothing when it raises the general error.
+template <class TCalculation>
+auto ResultOf(TCalculation&& Calculation) -> std::optional<decltype(Calculation())> {
+  std::optional<decltype(Calculation())> result;
+  if (GeneralErrorOf([&] { result = Calculation(); })) return std::nullopt;
   return result;
 }
 
