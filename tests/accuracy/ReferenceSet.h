@@ -1,13 +1,13 @@
 // ReferenceSet: the results that References.py has computed with 50 digits, and errors against them.
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "ErrorTable.h"
+#include "support/FunctionRef.h"
 
 namespace ZORBase::Test {
 
@@ -60,22 +60,8 @@ class TReferenceSets {
   std::map<std::string, std::vector<TReferenceCase>> FCases;
 };
 
-/// Gives the results of an operation for the input of a case, as many as it has reference numbers. It refers to a function that
-/// outlives it, which takes the compiler far less time than a std::function of each.
-class TOperation {
- public:
-  template <std::invocable<const TReferenceCase&> TFunction>
-  TOperation(const TFunction& Function)
-      : FFunction(&Function), FCall([](const void* AFunction, const TReferenceCase& Case) {
-          return std::vector<double>((*static_cast<const TFunction*>(AFunction))(Case));
-        }) {}
-
-  std::vector<double> operator()(const TReferenceCase& Case) const { return FCall(FFunction, Case); }
-
- private:
-  const void* FFunction;
-  std::vector<double> (*FCall)(const void*, const TReferenceCase&);
-};
+/// Gives the results of an operation for the input of a case, as many as it has reference numbers.
+using TOperation = TFunctionRef<std::vector<double>(const TReferenceCase&)>;
 
 /// \return the largest error of the results.
 double ErrorOf(const std::vector<double>& Results, const TReferenceCase& Case, TMeasure Measure);

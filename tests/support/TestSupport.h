@@ -19,7 +19,6 @@
 #include <array>
 #include <bit>
 #include <cmath>
-#include <concepts>
 #include <cstdint>
 #include <filesystem>
 #include <initializer_list>
@@ -29,31 +28,19 @@
 #include <string_view>
 #include <vector>
 
+#include "support/FunctionRef.h"
 #include "support/Numbers.h"
 
 namespace ZORBase::Test {
 
-/// An action without arguments, one type for all: what handles actions is compiled once, and not again for each lambda. It refers to
-/// the lambda, which has to live as long.
-class TAction {
- public:
-  template <class TLambda>
-  requires std::invocable<const TLambda&> TAction(
-      const TLambda& Lambda)  // NOLINT(google-explicit-constructor): a lambda is an action
-      : FLambda(&Lambda), FCall([](const void* Object) { (*static_cast<const TLambda*>(Object))(); }) {}
-
-  void operator()() const { FCall(FLambda); }
-
- private:
-  const void* FLambda;
-  void (*FCall)(const void*);
-};
+/// An action without arguments.
+using TAction = TFunctionRef<void()>;
 void PrintTo(const TAction& Action, std::ostream* Stream);
 
 /// \return what the general error says that Action raises; nothing when it raises none.
 std::optional<std::string> GeneralErrorOf(const TAction& Action);
 
-/// \return the action, in the words of an expectation.
+/// \return the action, in the words of an expectation: only within one expression, since a lambda that is written there ends with it.
 inline TAction Calling(const TAction& Action) { return Action; }
 
 /// Matches an action that raises the general error with a text, or with one that matches.
