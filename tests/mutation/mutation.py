@@ -318,6 +318,7 @@ def report(count, seed):
     unexplained = 0
     if figures['all']['killed'] < FEWEST_KILLED * (figures['all']['killed'] + figures['all']['survived']):
         unexplained += 1
+    print(f'\nGoal: {100 * FEWEST_KILLED:.0f} % killed of those that count.')
     print('\nWho survived, and why that is right. Errors of memory among them were not tried under the address sanitizer.\n')
     for mutant in sorted(survivors, key=lambda each: (each.path, each.number)):
         reason = reasons.get(mutant.name)
