@@ -9,19 +9,29 @@ using TExactly = long double (*)(long double A, long double B);
 
 const char* const kReciprocal = "the reciprocal is rounded first, on purpose";
 
-// The worst of the numbers that come from P and Q, one of each.
-double WorstOf(const TNumbers& Results, const TNumbers& P, const TNumbers& Q, TExactly Exactly) {
+struct TArithmetic {
+  const char* Sign;
+  TExactly Exactly;
+};
+
+// Counts the worst of the numbers that come from P and Q, one of each, and names those two.
+void AddWorst(TErrorRow& Row, const TNumbers& Results, const TNumbers& P, const TNumbers& Q,
+              const TArithmetic& Arithmetic) {
   double worst = 0.0;
+  std::size_t at = 0;
   for (std::size_t i = 0; i < Results.size(); ++i) {
-    worst = Worse(worst, LastPlacesOff(Results[i], Exactly(P[i], Q[i])));
+    const double error = LastPlacesOff(Results[i], Arithmetic.Exactly(P[i], Q[i]));
+    if (error <= worst) continue;
+    worst = Worse(worst, error);
+    at = i;
   }
-  return worst;
+  Row.Add(worst, [&] { return Listed({P[at]}) + Arithmetic.Sign + Listed({Q[at]}); });
 }
 
-long double Sum(long double A, long double B) { return A + B; }
-long double Difference(long double A, long double B) { return A - B; }
-long double Product(long double A, long double B) { return A * B; }
-long double Quotient(long double A, long double B) { return A / B; }
+const TArithmetic kSum = {" + ", [](long double A, long double B) { return A + B; }};
+const TArithmetic kDifference = {" - ", [](long double A, long double B) { return A - B; }};
+const TArithmetic kProduct = {" \\* ", [](long double A, long double B) { return A * B; }};
+const TArithmetic kQuotient = {" / ", [](long double A, long double B) { return A / B; }};
 
 // The arithmetic of a type that runs over Count numbers, of which Make makes a value.
 template <class TMake>
@@ -37,11 +47,10 @@ void MeasureType(const TMeasurement& Measurement, const std::string& Type, std::
     const TNumbers p = random.Numbers(Count, 50.0), q = random.Numbers(Count, 3.0);
     const TNumbers s(Count, random.Within(0.1, 5.0));
     const auto a = Make(p), b = Make(q);
-    const auto where = [k] { return "number " + std::to_string(k); };
-    sums.Add(WorstOf(Components(a + b), p, q, Sum), where);
-    sums.Add(WorstOf(Components(a - b), p, q, Difference), where);
-    products.Add(WorstOf(Components(s[0] * a), p, s, Product), where);
-    if constexpr (divides) quotients->Add(WorstOf(Components(a / s[0]), p, s, Quotient), where);
+    AddWorst(sums, Components(a + b), p, q, kSum);
+    AddWorst(sums, Components(a - b), p, q, kDifference);
+    AddWorst(products, Components(s[0] * a), p, s, kProduct);
+    if constexpr (divides) AddWorst(*quotients, Components(a / s[0]), p, s, kQuotient);
   }
 }
 

@@ -38,11 +38,17 @@ void FitThrough(const TPoint6DList& Points, TParalizeMethod Method, TNurbs6D& Cu
   Curve.CreateCross(&Points, Method);
 }
 
-// The control points of the fit; those between the outer ones are solved for once more, which gives the same.
 template <class TCurve, class TPoints>
-std::vector<double> ControlPoints(const TPoints& Points, TParalizeMethod Method) {
+TCurve CurveThrough(const TPoints& Points, TParalizeMethod Method) {
   TCurve curve;
   FitThrough(Points, Method, curve);
+  return curve;
+}
+
+// The control points of the fit, of which those between the outer ones are solved for once more.
+template <class TCurve, class TPoints>
+std::vector<double> SolvedOnceMore(const TPoints& Points, TParalizeMethod Method) {
+  const auto curve = CurveThrough<TCurve>(Points, Method);
   std::vector points(curve.pointArr().begin(), curve.pointArr().end());
   std::fill(points.begin() + 2, points.end() - 2, typename TPoints::value_type{});
   TCurve::SolveTridiagonal(Points.Count() - 1, Points, curve.BasicFun().uArr(), points);
@@ -73,9 +79,10 @@ void MeasureFitSteps(const TMeasurement& Measurement, const std::string& Class, 
     spread(C, length);
     return std::vector{length};
   });
-  Measurement.CompareAs(Class + ", CreateCross and SolveTridiagonal, control points",
-                        Class + ", control points of a fit", TMeasure::Eps, ControlLimit,
-                        [=](TCase C) { return ControlPoints<TCurve>(points(C), MethodOf(C)); });
+  Measurement.CompareAll(Class + ", CreateCross and SolveTridiagonal, control points",
+                         Class + ", control points of a fit", TMeasure::Eps, ControlLimit,
+                         {[=](TCase C) { return Components(CurveThrough<TCurve>(points(C), MethodOf(C)).pointArr()); },
+                          [=](TCase C) { return SolvedOnceMore<TCurve>(points(C), MethodOf(C)); }});
 }
 
 // ---------------------------------------------------------------------------------------------- Bezier points
@@ -186,7 +193,8 @@ std::vector<double> LengthsOf(const TSUTable& Table) {
 // Runs Measure with curves through random lists, a parameter on each, and how to name it. At tells the kind of curve.
 template <class TPoint, class TMeasureOne>
 void ForRandomCurves(const TMeasurement& Measurement, TPoint TSULine::*At, TMeasureOne&& Measure) {
-  TPortableRandom random(35);
+  constexpr int seed = 35;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(300, 10); ++i) {
     TPoint6DList path = Wander(random);
     // An even number of control points does not keep the middle pair in its order when it is reversed.
@@ -194,7 +202,7 @@ void ForRandomCurves(const TMeasurement& Measurement, TPoint TSULine::*At, TMeas
     if (path.Count() < 4) continue;
     // 1 - u is exact.
     const double u = std::ldexp(random.Below(1 << 20), -20);
-    Measure(FittedThrough(path, At), u, [i] { return "list " + std::to_string(i); });
+    Measure(FittedThrough(path, At), u, [i] { return Drawn("list", i, seed); });
   }
 }
 

@@ -13,7 +13,9 @@ constexpr const char* kMethodNames[] = {"equal parameters", "chord parameters", 
 // Of the length of a table, on cutting files in millimetres.
 constexpr double kLengthGoal = 5e-6;
 constexpr double kProfileGoal = 1e-5;
+const TBound kDerivativeGoal = AsGoal(1e-12);
 constexpr const char* kMillimetreFiles[] = {"swept-plane.poses.txt", "e387.100mm.poses.txt"};
+constexpr const char* kProfileFile = "e387.xy.txt";
 
 // ---------------------------------------------------------------------------------------------- evaluating
 
@@ -71,14 +73,15 @@ void MeasureBasis(const TMeasurement& Measurement) {
       at.Basis.DersBasciFuns(at.Span, at.u, 3, 3, rows);
       return std::vector<double>(rows[order].begin(), rows[order].end());
     };
-    Measurement.Compare("TNurbsBasicFunc, derivatives " + std::to_string(order), TMeasure::Relative, 1e-12,
+    Measurement.Compare("TNurbsBasicFunc, derivatives " + std::to_string(order), TMeasure::Relative, kDerivativeGoal,
                         derivatives);
   }
 }
 
 void MeasureSumOfBasis(const TMeasurement& Measurement) {
-  TErrorRow& row = Measurement.Table.Row({"TNurbsBasicFunc, sum of the basis values", "eps", "is 1"}, 4.0);
-  TPortableRandom random(31);
+  TErrorRow& row = Measurement.Table.Row({"TNurbsBasicFunc, sum of the basis values", "eps", "is 1"}, AsGoal(4.0));
+  constexpr int seed = 31;
+  TPortableRandom random(seed);
   for (int k = 0; k < Measurement.Cases(1000, 20); ++k) {
     std::vector<double> knots(4, 0.0);
     double last = 0.0;
@@ -91,7 +94,8 @@ void MeasureSumOfBasis(const TMeasurement& Measurement) {
       std::array<double, 4> N{};
       basis.BasicFuns(basis.FindSpan(u), u, N);
       const long double sum = 0.0L + N[0] + N[1] + N[2] + N[3];
-      row.Add(static_cast<double>(std::fabs(sum - 1.0L)) / kEpsilon, [u] { return "u = " + FloatToStr(u); });
+      row.Add(static_cast<double>(std::fabs(sum - 1.0L)) / kEpsilon,
+              [&] { return "u = " + Listed({u}) + Drawn(", knots", k, seed); });
     }
   }
 }
@@ -119,7 +123,7 @@ TPoint6DList SamplePoses(const std::string& Name) {
 
 TList<TPoint2D> SamplePlanePoints() {
   TList<TPoint2D> points;
-  TTextFileReader file(std::string(ZORBASE_SAMPLE_DATA) + "/e387.xy.txt");
+  TTextFileReader file(std::string(ZORBASE_SAMPLE_DATA) + "/" + kProfileFile);
   while (file.Next()) {
     const std::string line(file.Line());
     const std::size_t comma = line.find(',');
@@ -129,18 +133,21 @@ TList<TPoint2D> SamplePlanePoints() {
 }
 
 void MeasureFitsThroughPoints(const TMeasurement& Measurement) {
-  constexpr double limit = 1e-13;
+  const TBound limit = AsGoal(1e-13);
   TErrorRow& lists =
       Measurement.Table.Row({"TNurbs6D through its points, random lists", "of the largest coordinate"}, limit);
-  TPortableRandom random(32);
+  constexpr int seed = 32;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(1000, 60); ++i) {
-    lists.Add(MissOf(Wander(random), kMethods[i % 3]), [i] { return "list " + std::to_string(i); });
+    lists.Add(MissOf(Wander(random), kMethods[i % 3]), [i] { return Drawn("list", i, seed); });
   }
   TErrorRow& files =
       Measurement.Table.Row({"TNurbs6D through its points, sample files", "of the largest coordinate"}, limit);
   for (const char* const name : kMillimetreFiles) {
     const TPoint6DList path = SamplePoses(name);
-    for (const TParalizeMethod method : kMethods) files.Add(MissOf(path, method), std::string(name));
+    for (const TParalizeMethod method : kMethods) {
+      files.Add(MissOf(path, method), [&] { return std::string(name) + ", " + kMethodNames[method]; });
+    }
   }
   TErrorRow& plane =
       Measurement.Table.Row({"TNurbs2D through its points, sample file", "of the largest coordinate"}, limit);
@@ -150,7 +157,8 @@ void MeasureFitsThroughPoints(const TMeasurement& Measurement) {
     curve.CreateCross(points, method);
     for (int i = 0; i < points.Count(); ++i) {
       const TPoint2D miss = curve.EvalPoint(curve.BasicFun().Items(i + 3)) - points[i];
-      plane.Add(Worse(std::fabs(miss.X), std::fabs(miss.Y)), [i] { return "point " + std::to_string(i); });
+      plane.Add(Worse(std::fabs(miss.X), std::fabs(miss.Y)),
+                [&] { return "point " + std::to_string(i) + " of " + kProfileFile + ", " + kMethodNames[method]; });
     }
   }
 }
@@ -167,10 +175,10 @@ void MeasureCurves(const TMeasurement& Measurement) {
                       [](TCase C) { return Components(SpaceCurveOf(C).EvalPoint(C.In.back())); });
   for (const std::size_t order : {1U, 2U, 3U}) {
     const std::string name = "derivative " + std::to_string(order);
-    Measurement.Compare("TNurbs2D, " + name, TMeasure::Relative, 1e-12, [order](TCase C) {
+    Measurement.Compare("TNurbs2D, " + name, TMeasure::Relative, kDerivativeGoal, [order](TCase C) {
       return Derivative<TNurbs2D, TPoint2D>(PlaneCurveOf(C), C.In.back(), order);
     });
-    Measurement.Compare("TNurbs6D, " + name, TMeasure::Relative, 1e-12, [order](TCase C) {
+    Measurement.Compare("TNurbs6D, " + name, TMeasure::Relative, kDerivativeGoal, [order](TCase C) {
       return Derivative<TNurbs6D, TPoint6D>(SpaceCurveOf(C), C.In.back(), order);
     });
   }
@@ -208,31 +216,31 @@ void MeasureTables(const TMeasurement& Measurement) {
       const double limit = LimitOf(file, method);
       const bool isEven = limit == kLengthGoal;
       const std::string remark = isEven ? "" : ": too long for the narrow loops that these parameters make";
-      TErrorRow& row =
-          Measurement.Table.Row({std::string("TNurbs6D, CurveLength, ") + kMethodNames[method], "relative",
-                                 "chords of some 0.03, by design, against adaptive quadrature" + remark, kLengthGoal},
-                                limit);
+      TErrorRow& row = Measurement.Table.Row({std::string("TNurbs6D, CurveLength, ") + kMethodNames[method], "relative",
+                                              "chords of some 0.03, by design, against adaptive quadrature" + remark},
+                                             {limit, kLengthGoal});
       TNurbs6D curve;
       curve.CreateCross(&path, method);
       const double length = QuadratureOf(curve);
       row.Add(std::fabs(curve.CurveLength() - length) / length, file);
     }
   }
-  TErrorRow& unit = Measurement.Table.Row(
-      {"TNurbs2D, CurveLength, wing profile with a chord of 1", "relative",
-       "the same spacing on a path of 2 in all: for lengths in millimetres, on purpose", kProfileGoal},
-      6e-4);
+  TErrorRow& unit =
+      Measurement.Table.Row({"TNurbs2D, CurveLength, wing profile with a chord of 1", "relative",
+                             "the same spacing on a path of 2 in all: for lengths in millimetres, on purpose"},
+                            {6e-4, kProfileGoal});
   TNurbs2D profile;
   profile.CreateCross(SamplePlanePoints(), mChord);
   const double length = PlaneCurveLength(profile.BasicFun().uArr(), profile.pointArr(), 1e-12L);
-  unit.Add(std::fabs(profile.CurveLength() - length) / length, std::string("e387.xy.txt"));
+  unit.Add(std::fabs(profile.CurveLength() - length) / length, std::string(kProfileFile));
 }
 
 void MeasureStraightLines(const TMeasurement& Measurement) {
-  TErrorRow& row = Measurement.Table.Row({"TNurbs6D, CurveLength, straight lines", "relative"}, 1e-12);
+  TErrorRow& row = Measurement.Table.Row({"TNurbs6D, CurveLength, straight lines", "relative"}, AsGoal(1e-12));
   TErrorRow& there =
       Measurement.Table.Row({"TNurbs6D, EvalPoint(ParamOfLength), straight lines", "of the length"}, 2e-14);
-  TPortableRandom random(33);
+  constexpr int seed = 33;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(1000, 30); ++i) {
     const TPoint6D start = random.Point6D(100.0);
     const TPoint6D heading = random.Point6D(1.0).Normal();
@@ -250,7 +258,7 @@ void MeasureStraightLines(const TMeasurement& Measurement) {
       square += step * step;
     }
     const auto length = static_cast<double>(std::sqrt(square));
-    const auto where = [i] { return "line " + std::to_string(i); };
+    const auto where = [i] { return Drawn("line", i, seed); };
     row.Add(std::fabs(line.CurveLength() - length) / length, where);
     const double part = random.Unit() * length;
     const TPoint6D point = line.EvalPoint(line.ParamOfLength(part));
@@ -264,12 +272,13 @@ void MeasureInversion(const TMeasurement& Measurement) {
                                          1e-5);
   TErrorRow& right =
       Measurement.Table.Row({"TNurbs6D, ClosestPoint, cosine between its distance and the tangent", "absolute"}, 2e-12);
-  TPortableRandom random(34);
+  constexpr int seed = 34;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(300, 20); ++i) {
     const TPoint6DList path = Wander(random);
     TNurbs6D curve;
     curve.CreateCross(&path, kMethods[1 + i % 2]);
-    const auto where = [i] { return "list " + std::to_string(i); };
+    const auto where = [i] { return Drawn("list", i, seed); };
     for (int k = 0; k < 20; ++k) {
       const double length = random.Unit() * curve.CurveLength();
       row.Add(std::fabs(curve.GetSByU(curve.ParamOfLength(length)) - length) / curve.CurveLength(), where);

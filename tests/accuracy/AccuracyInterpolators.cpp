@@ -101,15 +101,15 @@ void MeasureSurfaces(const TMeasurement& Measurement) {
       "scale: the condition of the matrix times the largest height");
   TErrorRow& row = Measurement.Table.Row(
       {"TV4Interpolator, CalcZ at the samples", "of the largest height", "up to 80 samples"}, 3e-10);
-  TPortableRandom random(51);
+  constexpr int seed = 51;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(100, 10); ++i) {
     TV4Interpolator drawn;
     const int count = 2 + random.Below(79);
     for (int k = 0; k < count; ++k) drawn.AddPoint(random.Point3D(10.0));
     drawn.CalcWeights();
     for (const TPoint3D& sample : drawn.SrcPt()) {
-      row.Add(std::fabs(drawn.CalcZ(sample.X, sample.Y) - sample.Z) / 10.0,
-              [i] { return "surface " + std::to_string(i); });
+      row.Add(std::fabs(drawn.CalcZ(sample.X, sample.Y) - sample.Z) / 10.0, [i] { return Drawn("surface", i, seed); });
     }
   }
 }

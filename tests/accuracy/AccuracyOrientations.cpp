@@ -108,20 +108,20 @@ TQuaternion NearHalfTurn(TPortableRandom& Random) {
 
 template <class TDraw>
 void MeasureTrips(const TMeasurement& Measurement, const std::string& Kind, int Cases, TDraw&& Draw) {
-  constexpr double limit = 16.0;
+  const TBound limit = AsGoal(16.0);
   TErrorTable& table = Measurement.Table;
   TErrorRow& quaternion = table.Row({"quaternion, matrix, quaternion" + Kind, "eps"}, limit);
   TErrorRow& matrix = table.Row({"matrix, quaternion, matrix" + Kind, "eps"}, limit);
   TErrorRow& xyz = table.Row({"matrix, Euler angles XYZ, matrix" + Kind, "eps"}, limit);
   TErrorRow& zyx = table.Row({"matrix, Euler angles ZYX, matrix" + Kind, "eps"}, limit);
-  TErrorRow& all = table.Row({"quaternion, matrix, Euler angles, matrix, quaternion" + Kind, "eps"}, limit);
+  TErrorRow& all = table.Row({"quaternion, matrix, Euler angles XYZ, matrix, quaternion" + Kind, "eps"}, limit);
   for (int i = 0; i < Cases; ++i) {
     const TQuaternion q = Draw();
     const TMatrix4D m = q.ToMatrix4D();
     TMatrix4D byXyz, byZyx;
     byXyz.CreateFromEulerAngleXYZ(m.Matrix4DToEulerAngleXYZ());
     byZyx.CreateFromEulerAngleZYX(m.Matrix4DToEulerAngleZYX());
-    const auto where = [i] { return "number " + std::to_string(i); };
+    const auto where = [&] { return Listed(Components(q)); };
     quaternion.Add(Apart(q, FromMatrix(m)), where);
     matrix.Add(Apart(m, FromMatrix(m).ToMatrix4D()), where);
     xyz.Add(Apart(m, byXyz), where);

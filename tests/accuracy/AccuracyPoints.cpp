@@ -6,9 +6,10 @@ namespace {
 void MeasurePoses(const TMeasurement& Measurement) {
   const auto p = [](TCase C) { return PoseIn(C.In, 0); };
   const auto q = [](TCase C) { return PoseIn(C.In, 6); };
-  Measurement.CompareAs(
+  Measurement.CompareAll(
       "TPoint6D, P + Q and P - Q", "TPoint6D, P + Q", TMeasure::Ulp, kRoundedOnce,
-      [=](TCase C) { return Components(p(C) + q(C)); }, "by ExtendedSum");
+      {[=](TCase C) { return Components(p(C) + q(C)); }, [=](TCase C) { return Components(p(C) - (-q(C))); }},
+      "by ExtendedSum");
   Measurement.Compare(
       "TPoint6D, P * S", TMeasure::Ulp, kRoundedOnce, [=](TCase C) { return Components(p(C) * C.In[6]); },
       "by ExtendedProduct");

@@ -110,7 +110,8 @@ void MeasureTunedCurves(const TMeasurement& Measurement) {
 // The angle by which the directions of neighbouring segments differ where they meet.
 void MeasureJoints(const TMeasurement& Measurement) {
   TErrorRow& row = Measurement.Table.Row({"TTWoDerivCurveXD, angle between neighbours at a joint", "rad"}, 2e-14);
-  TPortableRandom random(41);
+  constexpr int seed = 41;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(300, 30); ++i) {
     TList<TPointXD> path;
     for (int k = 0; k < 12; ++k) path.Add(TPointXD::FromSpan(random.Numbers(6, 50.0)));
@@ -121,7 +122,7 @@ void MeasureJoints(const TMeasurement& Measurement) {
     for (std::size_t k = 1; k < segments.size(); ++k) {
       const TPointXD before = segments[k - 1].FP3 - segments[k - 1].FP2;
       const TPointXD behind = segments[k].FP1 - segments[k].FP0;
-      row.Add(before.Normal().DistanceTo(behind.Normal()), [&] { return "path " + std::to_string(i); });
+      row.Add(before.Normal().DistanceTo(behind.Normal()), [i] { return Drawn("path", i, seed); });
     }
   }
 }
@@ -138,7 +139,7 @@ void MeasureQuadrature(const TMeasurement& Measurement) {
   TErrorRow& row = Measurement.Table.Row({"GaussQuadrature of sin over [0, pi / 2]", "eps", "14 points"}, 1.5);
   const double integral = TNumeric::GaussQuadrature([](double x) { return std::sin(x); },
                                                     TGeInterval::Create(0.0, std::numbers::pi / 2, 0.0), 14);
-  row.Add(std::fabs(integral - 1.0) / kEpsilon, std::string("the one"));
+  row.Add(std::fabs(integral - 1.0) / kEpsilon, std::string("the integral itself"));
 }
 
 // A rule of N points is exact for polynomials of degree 2 N - 1.
@@ -147,7 +148,8 @@ void MeasurePolynomials(const TMeasurement& Measurement) {
       Measurement.Table.Row({"GaussQuadrature of polynomials of degree 2 N - 1", "eps",
                              "scale: the integral of the magnitudes times the degree, since places are rounded"},
                             2.5);
-  TPortableRandom random(42);
+  constexpr int seed = 42;
+  TPortableRandom random(seed);
   for (int k = 0; k < Measurement.Cases(10'000, 500); ++k) {
     const int points = 1 + random.Below(10);
     const std::vector<double> coefficients = random.Numbers(2 * static_cast<std::size_t>(points), 1.0);
@@ -169,7 +171,7 @@ void MeasurePolynomials(const TMeasurement& Measurement) {
     const double integral = TNumeric::GaussQuadrature(value, TGeInterval::Create(from, to, 0.0), points);
     const int degree = 2 * points - 1;
     row.Add(static_cast<double>(std::fabs(integral - exact) / (degree * size)) / kEpsilon,
-            [k] { return "number " + std::to_string(k); });
+            [k] { return Drawn("polynomial", k, seed); });
   }
 }
 

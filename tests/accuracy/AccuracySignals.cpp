@@ -70,13 +70,16 @@ long double ExactArgument(const TExact& Value) {
   return argument < 0.0L ? argument + 2.0L * kExactPi : argument;
 }
 
+std::string BinOf(const std::string& Where, int Bin) { return Where + ", bin " + std::to_string(Bin); }
+
 void MeasureBins(const TFFT& Transform, const std::string& Where, TErrorRow& Phases, TErrorRow& Frequencies) {
   const long double count = 2.0L * Transform.Count();
   for (int k = 0; k < Transform.Count(); ++k) {
     const TComplex bin = Transform.Spectrum()[static_cast<std::size_t>(k)];
     const long double phase = ExactArgument({bin.real, bin.imag}) * (180.0L / kExactPi);
-    Phases.Add(static_cast<double>(std::fabs(Transform.getPhase(k) - phase)), Where);
-    Frequencies.Add(LastPlacesOff(Transform.getFrq(k), k / (count * Transform.Dt())), Where);
+    const auto where = [&] { return BinOf(Where, k); };
+    Phases.Add(static_cast<double>(std::fabs(Transform.getPhase(k) - phase)), where);
+    Frequencies.Add(LastPlacesOff(Transform.getFrq(k), k / (count * Transform.Dt())), where);
   }
 }
 
@@ -94,13 +97,15 @@ void MeasureTwiddles(const TMeasurement& Measurement) {
 }
 
 void MeasureSpectra(const TMeasurement& Measurement) {
-  TErrorRow& noise = Measurement.Table.Row({"TFFT, spectrum of noise", "eps sqrt(log2 N)", "root mean square"}, 1.5);
+  const TBound goal = AsGoal(1.5);
+  TErrorRow& noise = Measurement.Table.Row({"TFFT, spectrum of noise", "eps sqrt(log2 N)", "root mean square"}, goal);
   TErrorRow& tones =
-      Measurement.Table.Row({"TFFT, spectrum of three tones", "eps sqrt(log2 N)", "root mean square"}, 1.5);
+      Measurement.Table.Row({"TFFT, spectrum of three tones", "eps sqrt(log2 N)", "root mean square"}, goal);
   TErrorRow& amplitude = Measurement.Table.Row({"TFFT, getAmp", "of the largest amplitude"}, 1.5e-15);
   TErrorRow& phase = Measurement.Table.Row({"TFFT, getPhase", "degrees", "of the bin as it was computed"}, 2e-13);
   TErrorRow& frequency = Measurement.Table.Row({"TFFT, getFrq", "ulp"}, 0.6);
-  TPortableRandom random(61);
+  constexpr int seed = 61;
+  TPortableRandom random(seed);
   const unsigned powers = Measurement.Effort == TEffort::Full ? 20 : 12;
   for (unsigned power = 2; power <= powers; ++power) {
     const std::size_t n = std::size_t{1} << power;
@@ -109,8 +114,8 @@ void MeasureSpectra(const TMeasurement& Measurement) {
       const auto t = static_cast<double>(i);
       three[i] = std::sin(0.3 * t) + 0.2 * std::cos(1.7 * t) + 0.001 * std::sin(2.9 * t);
     }
-    const std::string where = "N = 2^" + std::to_string(power);
-    const auto measure = [&](const std::vector<double>& Samples, TErrorRow& Row) {
+    const std::string size = "N = 2^" + std::to_string(power);
+    const auto measure = [&](const std::vector<double>& Samples, const std::string& where, TErrorRow& Row) {
       TFFT transform;
       transform.CalFFT(Samples, static_cast<int>(n), 0.001);
       const std::vector<TExact> exact = ExactTransform({Samples.begin(), Samples.end()});
@@ -121,11 +126,11 @@ void MeasureSpectra(const TMeasurement& Measurement) {
       for (int k = 0; k < transform.Count(); ++k) {
         const long double expected = std::abs(exact[static_cast<std::size_t>(k)]) / transform.Count();
         amplitude.Add(static_cast<double>(std::fabs(transform.getAmp(k) - expected) * transform.Count() / largest),
-                      where);
+                      [&] { return BinOf(where, k); });
       }
     };
-    measure(random.Numbers(n, 1.0), noise);
-    measure(three, tones);
+    measure(random.Numbers(n, 1.0), size + " of seed " + std::to_string(seed), noise);
+    measure(three, size + ", tones", tones);
   }
 }
 
@@ -133,6 +138,8 @@ void MeasureSpectra(const TMeasurement& Measurement) {
 double MagnitudesOff(const TComplex& Value, const TExact& Exact) {
   return static_cast<double>(std::abs(TExact(Value.real, Value.imag) - Exact) / std::abs(Exact)) / kEpsilon;
 }
+
+std::string Pair(const TComplex& Value) { return "(" + Listed(Components(Value)) + ")"; }
 
 TExact Multiplied(const TExact& A, const TExact& B) {
   return {A.real() * B.real() - A.imag() * B.imag(), A.real() * B.imag() + A.imag() * B.real()};
@@ -150,19 +157,21 @@ void MeasureComplex(const TMeasurement& Measurement) {
     const TPoint2D p = random.Point2D(3.0), q = random.Point2D(3.0);
     const TComplex a{p.X, p.Y}, b{q.X, q.Y};
     const TExact x(a.real, a.imag), y(b.real, b.imag);
-    const auto where = [&] { return Format1033("(%.17f, %.17f)", a.real, a.imag); };
+    const auto one = [&] { return Pair(a); };
+    const auto both = [&] { return Pair(a) + ", " + Pair(b); };
     const long double square = std::norm(y);
     const TExact exact(((x.real() * y.real()) + (x.imag() * y.imag())) / square,
                        ((x.imag() * y.real()) - (x.real() * y.imag())) / square);
-    quotient.Add(MagnitudesOff(a / b, exact), where);
-    product.Add(MagnitudesOff(a * b, Multiplied(x, y)), where);
-    norm.Add(LastPlacesOff(a.getNorm(), std::abs(x)), where);
-    angle.Add(static_cast<double>(std::fabs(a.getAngle() - ExactArgument(x))), where);
+    quotient.Add(MagnitudesOff(a / b, exact), both);
+    product.Add(MagnitudesOff(a * b, Multiplied(x, y)), both);
+    norm.Add(LastPlacesOff(a.getNorm(), std::abs(x)), one);
+    angle.Add(static_cast<double>(std::fabs(a.getAngle() - ExactArgument(x))), one);
     if (i % 10 != 0) continue;
     const int exponent = 1 + random.Below(40);
     TExact raised = x;
     for (int k = 1; k < exponent; ++k) raised = Multiplied(raised, x);
-    power.Add(MagnitudesOff(a.ComplexPower(exponent), raised) / exponent, where);
+    power.Add(MagnitudesOff(a.ComplexPower(exponent), raised) / exponent,
+              [&] { return Pair(a) + "^" + std::to_string(exponent); });
   }
 }
 
@@ -193,7 +202,8 @@ void MeasureReverseLookUp(const TBaseLowPassFilter& Filter, TPortableRandom& Ran
     const long double share =
         (static_cast<long double>(before.atten) - atten) / (static_cast<long double>(before.atten) - behind.atten);
     const long double frequency = before.frq + share * (static_cast<long double>(behind.frq) - before.frq);
-    Row.Add(static_cast<double>(std::fabs(Filter.CalcRouphFByAtten(atten) - frequency) / frequency), Where);
+    Row.Add(static_cast<double>(std::fabs(Filter.CalcRouphFByAtten(atten) - frequency) / frequency),
+            [&] { return Where + ", attenuation " + Listed({atten}); });
   }
 }
 
@@ -203,7 +213,7 @@ void MeasureTableFrequencies(const TBaseLowPassFilter& Filter, const std::string
   for (int i = 0; i < 20; ++i) {
     const int fine = std::min(i + 1, 10), coarse = i + 1 - fine;
     const long double exact = cutoff * (3 * fine + 7 * coarse) / 100.0L;
-    Row.Add(LastPlacesOff(Filter.attList()[i].frq, exact), Where);
+    Row.Add(LastPlacesOff(Filter.attList()[i].frq, exact), [&] { return Where + ", row " + std::to_string(i); });
   }
 }
 
@@ -228,7 +238,7 @@ void MeasureFilters(const TMeasurement& Measurement) {
   TErrorRow& coefficients =
       Measurement.Table.Row({"Low-pass filters, coefficients", "of the largest coefficient"}, 1e-15);
   TErrorRow& response =
-      Measurement.Table.Row({"Low-pass filters, CalcAttenByF", "absolute", "1 is no attenuation"}, 1e-12);
+      Measurement.Table.Row({"Low-pass filters, CalcAttenByF", "absolute", "1 is no attenuation"}, AsGoal(1e-12));
   TErrorRow& output = Measurement.Table.Row({"Low-pass filters, Filt", "of the sum of the magnitudes"}, 4e-16);
   TErrorRow& weighted =
       Measurement.Table.Row({"Low-pass filters, CalcSimuSignalMutiply", "of the sum of the magnitudes"}, 4e-16);
@@ -238,7 +248,8 @@ void MeasureFilters(const TMeasurement& Measurement) {
                                                6e-16);
   TErrorRow& rises =
       Measurement.Table.Row({"Low-pass filters, attList, frequencies", "ulp", "added up step by step"}, 8.0);
-  TPortableRandom random(63);
+  constexpr int seed = 63;
+  TPortableRandom random(seed);
   for (const TReferenceFilter& reference : kReferenceFilters) {
     const std::unique_ptr<TBaseLowPassFilter> filter = FilterOf(reference);
     filter->SetFsample(reference.fs);
@@ -247,12 +258,15 @@ void MeasureFilters(const TMeasurement& Measurement) {
     const std::string where = std::string(reference.Window) + ", N = " + std::to_string(reference.N);
     const double largest = *std::max_element(reference.FirstHalf.begin(), reference.FirstHalf.end());
     for (std::size_t i = 0; i < reference.FirstHalf.size(); ++i) {
-      coefficients.Add(std::fabs(filter->Coeff()[i] - reference.FirstHalf[i]) / largest, where);
+      coefficients.Add(std::fabs(filter->Coeff()[i] - reference.FirstHalf[i]) / largest,
+                       [&] { return where + ", coefficient " + std::to_string(i); });
     }
     for (const TResponse& at : reference.Responses) {
-      response.Add(std::fabs(filter->CalcAttenByF(at.Frequency) - at.Magnitude), where);
+      response.Add(std::fabs(filter->CalcAttenByF(at.Frequency) - at.Magnitude),
+                   [&] { return where + ", frequency " + Listed({at.Frequency}); });
     }
-    MeasureSums(*filter, random.Numbers(filter->Coeff().size(), 1.0), where, output, weighted);
+    MeasureSums(*filter, random.Numbers(filter->Coeff().size(), 1.0),
+                where + ", samples of seed " + std::to_string(seed), output, weighted);
     time.Add(LastPlacesOff(filter->Tc(), 1.0L / reference.fs), where);
     MeasureTableFrequencies(*filter, where, rises);
     MeasureReverseLookUp(*filter, random, where, frequency);
@@ -312,7 +326,8 @@ void MeasureResampling(const TMeasurement& Measurement) {
                                           "with the rounding of the times, added up over 500 samples"},
                                          8e-14);
   TErrorRow& elapsed = Measurement.Table.Row({"Low-pass filters, RandomTimeFilt, elapsed", "ulp"}, 1.5);
-  TPortableRandom random(65);
+  constexpr int seed = 65;
+  TPortableRandom random(seed);
   for (int i = 0; i < Measurement.Cases(20, 2); ++i) {
     THammingLowPassFilter filter, timed;
     for (THammingLowPassFilter* const one : {&filter, &timed}) {
@@ -326,7 +341,7 @@ void MeasureResampling(const TMeasurement& Measurement) {
       const auto outputs = exact.Take(value, step);
       std::vector<double> results(8);
       const int due = filter.RandomTimeFilt(value, step, results);
-      const auto where = [&] { return Format1033("signal %d, sample %d", i, k); };
+      const auto where = [&] { return Drawn("signal", i, seed) + ", sample " + std::to_string(k); };
       if (static_cast<std::size_t>(due) != outputs.size()) row.Add(kInfinity, where);
       for (std::size_t n = 0; n < std::min(outputs.size(), results.size()); ++n) {
         row.Add(static_cast<double>(std::fabs(results[n] - outputs[n])), where);

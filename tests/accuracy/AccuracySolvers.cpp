@@ -81,10 +81,11 @@ void MeasureDecompositions(const TMeasurement& Measurement) {
   TErrorTable& table = Measurement.Table;
   table.Subject("Decompositions and linear systems");
   constexpr double limit = 10.0;
+  const TBound ratio = AsGoal(10.0);
   TErrorRow& backward =
-      table.Row({"SvdDecompose, backward error", "norm(A - U W V') / (norm(A) max(M, N) eps)"}, limit);
-  TErrorRow& ofU = table.Row({"SvdDecompose, orthogonality of U", "norm(I - U'U) / (M eps)"}, limit);
-  TErrorRow& ofV = table.Row({"SvdDecompose, orthogonality of V", "norm(I - V'V) / (N eps)"}, limit);
+      table.Row({"SvdDecompose, backward error", "norm(A - U W V') / (norm(A) max(M, N) eps)"}, ratio);
+  TErrorRow& ofU = table.Row({"SvdDecompose, orthogonality of U", "norm(I - U'U) / (M eps)"}, ratio);
+  TErrorRow& ofV = table.Row({"SvdDecompose, orthogonality of V", "norm(I - V'V) / (N eps)"}, ratio);
   std::vector<TSize> sizes(std::begin(kSmallSizes), std::end(kSmallSizes));
   if (Measurement.Effort == TEffort::Full) sizes.insert(sizes.end(), std::begin(kLargeSizes), std::end(kLargeSizes));
   for (const auto& [m, n] : sizes) {
@@ -165,8 +166,8 @@ struct TFitRows {
 const TFitRows kPlaneRows = {"FitPlaneUsingSvd", "D", FittedPlane, 10.0};
 const TFitRows kLineRows = {"FitLineUsingSvd", "C", FittedLine, 5.0};
 
-void MeasureFit(const TMeasurement& Measurement, const TFitRows& Fit, const std::string& Place, double NormalLimit) {
-  TErrorRow& normals = Measurement.Table.Row({Fit.Name + ", normal" + Place, "rad"}, NormalLimit);
+void MeasureFit(const TMeasurement& Measurement, const TFitRows& Fit, const std::string& Place, double NormalGoal) {
+  TErrorRow& normals = Measurement.Table.Row({Fit.Name + ", normal" + Place, "rad"}, AsGoal(NormalGoal));
   TErrorRow& offsets = Measurement.Table.Row(
       {Fit.Name + ", " + Fit.OffsetName + Place, "eps", "by the distance of the farthest point from the origin"},
       Fit.OffsetLimit);
@@ -198,10 +199,10 @@ void MeasureRatio(const TMeasurement& Measurement, const std::string& Place) {
 
 void MeasureFits(const TMeasurement& Measurement) {
   Measurement.Table.Subject("Planes and lines");
-  for (const auto& [place, limit] : {std::pair{"", 1e-13}, std::pair{", far from the origin", 1e-10}}) {
-    MeasureFit(Measurement, kPlaneRows, place, limit);
+  for (const auto& [place, goal] : {std::pair{"", 1e-13}, std::pair{", far from the origin", 1e-10}}) {
+    MeasureFit(Measurement, kPlaneRows, place, goal);
     MeasureRatio(Measurement, place);
-    MeasureFit(Measurement, kLineRows, place, limit);
+    MeasureFit(Measurement, kLineRows, place, goal);
   }
 }
 

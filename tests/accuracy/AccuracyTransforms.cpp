@@ -126,9 +126,10 @@ void MeasureEulerAngles(const TMeasurement& Measurement) {
       remark);
   Measurement.Compare("TEulerAng, ToVector", TMeasure::Eps, 3.0,
                       [](TCase C) { return Components(TEulerAng::Create(C.In[0], C.In[1], C.In[2]).ToVector()); });
-  Measurement.CompareAs("TEulerPoint, ToPoint6D and GetVector", "TEulerAng, ToVector", TMeasure::Eps, 3.0, [](TCase C) {
-    return Components(TEulerPoint::Create(1.0, 2.0, 3.0, C.In[0], C.In[1], C.In[2]).ToPoint6D().GetVector());
-  });
+  const auto pose = [](TCase C) { return TEulerPoint::Create(1.0, 2.0, 3.0, C.In[0], C.In[1], C.In[2]); };
+  Measurement.CompareAll("TEulerPoint, ToPoint6D and GetVector", "TEulerAng, ToVector", TMeasure::Eps, 3.0,
+                         {[=](TCase C) { return Components(pose(C).ToPoint6D().GetVector()); },
+                          [=](TCase C) { return Components(pose(C).GetVector()); }});
 }
 
 void MeasureAnglesAboutAxes(const TMeasurement& Measurement) {

@@ -19,6 +19,9 @@ std::string Exact(double Value) {
   return text;
 }
 
+// What errors are held to, and whether they are beyond.
+std::string Held(double Bound, bool IsKept) { return Exact(Bound) + (IsKept ? "" : " **missed**"); }
+
 }  // namespace
 
 bool TErrorRow::Count(double Error) {
@@ -33,13 +36,14 @@ bool TErrorRow::Count(double Error) {
 void TErrorTable::Print() const {
   for (const TSubject& subject : FSubjects) {
     std::printf("\n## %s\n\n", subject.Title.c_str());
-    std::printf("| operation | cases | unit | largest | mean | goal or limit | worst input | remark |\n");
-    std::printf("|---|---:|---|---:|---:|---:|---|---|\n");
+    std::printf("| operation | cases | unit | largest | mean | goal | limit | worst input | remark |\n");
+    std::printf("|---|---:|---|---:|---:|---:|---:|---|---|\n");
     for (const TErrorRow& row : subject.Rows) {
       const TRowText& text = row.Text();
-      std::printf("| %s | %zu | %s | %s | %s | %s%s | %s | %s |\n", text.Operation.c_str(), row.Cases(),
-                  text.Unit.c_str(), Brief(row.Largest()).c_str(), Brief(row.Mean()).c_str(), Exact(row.Goal()).c_str(),
-                  row.ReachesGoal() ? "" : " **missed**", row.Worst().c_str(), text.Remark.c_str());
+      std::printf("| %s | %zu | %s | %s | %s | %s | %s | %s | %s |\n", text.Operation.c_str(), row.Cases(),
+                  text.Unit.c_str(), Brief(row.Largest()).c_str(), Brief(row.Mean()).c_str(),
+                  row.HasGoal() ? Held(row.Goal(), row.ReachesGoal()).c_str() : "",
+                  Held(row.Limit(), row.KeepsLimit()).c_str(), row.Worst().c_str(), text.Remark.c_str());
     }
   }
 }
@@ -51,9 +55,10 @@ bool TErrorTable::PrintUnless(TIsGood&& IsGood) const {
     for (const TErrorRow& row : subject.Rows) {
       if (IsGood(row)) continue;
       hasNone = false;
-      std::printf("- %s: %s %s, the goal is %s and the limit %s; at %s. %s\n", row.Text().Operation.c_str(),
-                  Brief(row.Largest()).c_str(), row.Text().Unit.c_str(), Exact(row.Goal()).c_str(),
-                  Exact(row.Limit()).c_str(), row.Worst().c_str(), row.Text().Remark.c_str());
+      const std::string goal = row.HasGoal() ? "the goal is " + Exact(row.Goal()) + " and " : "";
+      std::printf("- %s: %s %s, %sthe limit is %s; at %s. %s\n", row.Text().Operation.c_str(),
+                  Brief(row.Largest()).c_str(), row.Text().Unit.c_str(), goal.c_str(), Exact(row.Limit()).c_str(),
+                  row.Worst().c_str(), row.Text().Remark.c_str());
     }
   }
   return hasNone;

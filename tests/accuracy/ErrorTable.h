@@ -27,14 +27,23 @@ struct TRowText {
   std::string Operation;
   std::string Unit;      ///< of errors and limit: "ulp", "eps", "relative", "rad", ...
   std::string Remark{};  ///< what there is to know, such as an error that is meant to be there
-  double Goal = 0.0;     ///< what is wished for where the limit is looser; 0 where the limit is the goal
 };
+
+/// What errors are held to.
+struct TBound {
+  TBound(double ALimit, double AGoal = 0.0) : Limit(ALimit), Goal(AGoal) {}  // a limit alone is written as a number
+
+  double Limit;  ///< the largest error that passes
+  double Goal;   ///< what was set beforehand; 0 where nothing was
+};
+
+/// The bound of what was set beforehand and is kept.
+inline TBound AsGoal(double Goal) { return {Goal, Goal}; }
 
 /// The errors of one operation.
 class TErrorRow {
  public:
-  /// \param Limit  the largest error that passes
-  TErrorRow(TRowText Text, double Limit) : FText(std::move(Text)), FLimit(Limit) {}
+  TErrorRow(TRowText Text, TBound Bound) : FText(std::move(Text)), FBound(Bound) {}
 
   /// Counts an error; one that is not a number counts as infinite. Where() gives the name of the input and is only asked when
   /// there was no larger error before.
@@ -47,21 +56,23 @@ class TErrorRow {
   }
 
   const TRowText& Text() const { return FText; }
-  double Limit() const { return FLimit; }
   std::size_t Cases() const { return FCases; }
   double Largest() const { return FLargest; }
   double Mean() const { return FSum / static_cast<double>(FCases); }
   const std::string& Worst() const { return FWorst; }  ///< the input of the largest error
-  double Goal() const { return FText.Goal > 0.0 ? FText.Goal : FLimit; }
-  /// \return whether there were errors to count and none was above the limit, or the goal.
-  bool KeepsLimit() const { return FCases > 0 && FLargest <= FLimit; }
-  bool ReachesGoal() const { return FCases > 0 && FLargest <= Goal(); }
+  double Limit() const { return FBound.Limit; }
+  double Goal() const { return FBound.Goal; }
+  bool HasGoal() const { return FBound.Goal > 0.0; }
+  /// \return whether there were errors to count and none was above the limit.
+  bool KeepsLimit() const { return FCases > 0 && FLargest <= FBound.Limit; }
+  /// \return the same of the goal, and true where none was set.
+  bool ReachesGoal() const { return !HasGoal() || (FCases > 0 && FLargest <= FBound.Goal); }
 
  private:
   bool Count(double Error);
 
   TRowText FText;
-  double FLimit;
+  TBound FBound;
   std::size_t FCases = 0;
   double FLargest = 0.0;
   double FSum = 0.0;
@@ -73,7 +84,7 @@ class TErrorTable {
  public:
   void Subject(std::string Title) { FSubjects.push_back({std::move(Title), {}}); }
   /// \return a new row of the last subject; it stays where it is.
-  TErrorRow& Row(TRowText Text, double Limit) { return FSubjects.back().Rows.emplace_back(std::move(Text), Limit); }
+  TErrorRow& Row(TRowText Text, TBound Bound) { return FSubjects.back().Rows.emplace_back(std::move(Text), Bound); }
 
   /// Prints Markdown: a table for each subject.
   void Print() const;

@@ -27,16 +27,6 @@ TReference ReferenceOf(const std::string& Text) {
   return {Number(Text.substr(0, colon)), Number(Text.substr(colon + 1))};
 }
 
-std::string ShortName(const std::vector<double>& Numbers) {
-  std::string name;
-  for (const double number : Numbers) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.17g", number);
-    name += (name.empty() ? "" : ", ") + std::string(text);
-  }
-  return name;
-}
-
 TReferenceCase CaseOf(const std::vector<std::string>& Fields) {
   TReferenceCase result;
   result.Text = Fields[1];
@@ -62,6 +52,16 @@ std::vector<std::string> Split(const std::string& Text, char Separator) {
   std::istringstream stream(Text);
   for (std::string item; std::getline(stream, item, Separator);) items.push_back(item);
   return items;
+}
+
+std::string Listed(const std::vector<double>& Numbers) {
+  std::string list;
+  for (const double number : Numbers) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.17g", number);
+    list += (list.empty() ? "" : ", ") + std::string(text);
+  }
+  return list;
 }
 
 double LastPlaceOf(double Value) {
@@ -90,7 +90,7 @@ void TReferenceSets::Read(const std::string& Folder, const std::string& Name) {
     TReferenceCase item = CaseOf(fields);
     const bool isShort = item.In.size() <= kShortInput;
     ++index;
-    item.Name = isShort ? ShortName(item.In) : Name + ", case " + std::to_string(index);
+    item.Name = isShort ? Listed(item.In) : Name + ", case " + std::to_string(index);
     FCases[fields[0]].push_back(std::move(item));
   }
 }

@@ -22,6 +22,9 @@ struct TReference {
 
 std::vector<std::string> Split(const std::string& Text, char Separator);
 
+/// Few numbers as a text that gives them back.
+std::string Listed(const std::vector<double>& Numbers);
+
 /// The distance from the size of Value to the next larger double.
 double LastPlaceOf(double Value);
 

@@ -19,15 +19,26 @@ std::string UnitName(TMeasure Measure) {
 
 }  // namespace
 
-void TMeasurement::Compare(const std::string& Operation, TMeasure Measure, double Limit, const TOperation& Function,
+void TMeasurement::Compare(const std::string& Operation, TMeasure Measure, TBound Bound, const TOperation& Function,
                            const std::string& Remark) const {
-  CompareAs(Operation, Operation, Measure, Limit, Function, Remark);
+  CompareAs(Operation, Operation, Measure, Bound, Function, Remark);
 }
 
-void TMeasurement::CompareAs(const std::string& Operation, const std::string& Other, TMeasure Measure, double Limit,
+void TMeasurement::CompareAs(const std::string& Operation, const std::string& Other, TMeasure Measure, TBound Bound,
                              const TOperation& Function, const std::string& Remark) const {
-  TErrorRow& row = Table.Row({Operation, UnitName(Measure), Remark}, Limit);
-  for (const TReferenceCase& item : References.Of(Other)) row.Add(ErrorOf(Function(item), item, Measure), item.Name);
+  CompareAll(Operation, Other, Measure, Bound, {Function}, Remark);
+}
+
+void TMeasurement::CompareAll(const std::string& Operations, const std::string& Other, TMeasure Measure, TBound Bound,
+                              std::initializer_list<TOperation> Functions, const std::string& Remark) const {
+  TErrorRow& row = Table.Row({Operations, UnitName(Measure), Remark}, Bound);
+  for (const TReferenceCase& item : References.Of(Other)) {
+    for (const TOperation& function : Functions) row.Add(ErrorOf(function(item), item, Measure), item.Name);
+  }
+}
+
+std::string Drawn(const std::string& Kind, int Number, int Seed) {
+  return Kind + " " + std::to_string(Number) + " of seed " + std::to_string(Seed);
 }
 
 TPoint2D PointIn(const std::vector<double>& In, std::size_t From) { return {In.at(From), In.at(From + 1)}; }

@@ -5,6 +5,7 @@
 #include <ZORBase/ZORBase.h>
 
 #include <cstddef>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <vector>
@@ -29,11 +30,14 @@ struct TMeasurement {
   TEffort Effort;
 
   /// Adds a row of an operation against its references. Rows of several operations of one kind have the same name up to a comma.
-  void Compare(const std::string& Operation, TMeasure Measure, double Limit, const TOperation& Function,
+  void Compare(const std::string& Operation, TMeasure Measure, TBound Bound, const TOperation& Function,
                const std::string& Remark = {}) const;
   /// The same for an operation that has the references of another one.
-  void CompareAs(const std::string& Operation, const std::string& Other, TMeasure Measure, double Limit,
+  void CompareAs(const std::string& Operation, const std::string& Other, TMeasure Measure, TBound Bound,
                  const TOperation& Function, const std::string& Remark = {}) const;
+  /// The same for operations that share a row and its references.
+  void CompareAll(const std::string& Operations, const std::string& Other, TMeasure Measure, TBound Bound,
+                  std::initializer_list<TOperation> Functions, const std::string& Remark = {}) const;
   /// The number of random cases.
   int Cases(int Full, int Quick) const { return Effort == TEffort::Full ? Full : Quick; }
 };
@@ -53,6 +57,9 @@ void MeasureFits(const TMeasurement& Measurement);
 void MeasureNewton(const TMeasurement& Measurement);
 void MeasureInterpolators(const TMeasurement& Measurement);
 void MeasureSignals(const TMeasurement& Measurement);
+
+/// The name of the input with a number, counted from 0, among those that a generator draws from its seed.
+std::string Drawn(const std::string& Kind, int Number, int Seed);
 
 /// The parts of a case's input, as what they stand for, from a place on.
 TPoint2D PointIn(const std::vector<double>& In, std::size_t From);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The page docs/accuracy.md: reference sets ten times those of the tests, a million random cases where laws need no references.
-# Fails where the generator does not give the sets that are checked in; ends with 10 where an operation misses its goal.
+# Fails where the generator does not give the sets that are checked in; ends with 10 where an operation misses its goal or its limit.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 scripts/install-packages.sh build test evidence >&2
@@ -27,11 +27,16 @@ largest one. \`scripts/evidence.sh accuracy\` makes this page anew; this one was
 $(ldd --version | head -n 1).
 
 Operations are held against the sets of \`tests/accuracy/references\`, computed with 50 digits by \`References.py\` from fixed seeds; this page
-uses ten times as many cases as the files there. Laws and comparisons with the extended format draw their cases from a generator
-with a fixed seed, and number them; case k of a set is its line k + 1, below its heading, in the sets that the command leaves
-in \`build/accuracy/references/ten-times\`. An ordinary test measures the same, with fewer cases, and fails where an operation
-exceeds its goal, or the looser limit that the shortfalls name. Forms for many have no rows of their own, as they give the bits of
-the single form; nor has what only copies, picks or decides.
+uses ten times as many cases as the files there; case k of a set is its line k + 1, below its heading, in the sets that the command
+leaves in \`build/accuracy/references/ten-times\`. Laws and comparisons with the extended format draw their input from \`TPortableRandom\`
+(\`tests/support/PortableRandom.h\`). A short input stands in the table itself; of a longer one there are its number, counted from 0, and
+the seed of the generator, from which the loop below the row's name in \`tests/accuracy\` draws one after another.
+
+A goal was set before anything was measured. A limit is what an ordinary test holds the operation to, with fewer cases. Where there is a
+goal, it is the limit, too, but for the shortfalls, whose limits are looser. Elsewhere 0.501 ulp is the limit of what is rounded once, 0 that
+of what is exact; the other limits were put above the largest error that was measured, mostly at two to four times of it: they tell
+of a change for the worse, and promise nothing. Forms for many have no rows of their own, as they give the bits of the single form; nor
+has what only copies, picks or decides.
 
 | unit | meaning |
 |---|---|
