@@ -109,7 +109,7 @@ std::string LongRow(TPortableRandom& Random) {
 void MeasureRows(const TMeasurement& Measurement) {
   const std::string types = "of TPoint6D and TEulerPoint";
   TErrorRow& written = Measurement.Table.Row({"ToString1033 and ToString " + types, "last decimal"}, kRoundedOnce);
-  TErrorRow& degrees = Measurement.Table.Row({"TEulerAng, ToStringDeg", "last decimal"}, kRoundedOnce);
+  TErrorRow& turned = Measurement.Table.Row({"TEulerAng, ToString and ToStringDeg", "last decimal"}, kRoundedOnce);
   TErrorRow& read = Measurement.Table.Row({"Parse1033 and Parse " + types, "ulp"}, kRoundedOnce);
   TPortableRandom random(14);
   for (int k = 0; k < Measurement.Cases(100'000, 2'000); ++k) {
@@ -125,11 +125,15 @@ void MeasureRows(const TMeasurement& Measurement) {
 
     const std::vector<double> angles = random.Numbers(3, 7.0);
     const int fewDecimals = random.Below(10);
-    std::vector<long double> exact;
-    for (const double angle : angles) exact.push_back(angle * (180.0L / std::numbers::pi_v<long double>));
-    const std::string turns = TEulerAng::Create(angles[0], angles[1], angles[2]).ToStringDeg(fewDecimals);
-    const TWorstNumber worst = WorstDecimal(turns, exact, fewDecimals);
-    degrees.Add(worst.Error, [&] { return WithDecimals(angles[worst.Place], fewDecimals); });
+    std::vector<long double> inDegrees;
+    for (const double angle : angles) inDegrees.push_back(angle * (180.0L / std::numbers::pi_v<long double>));
+    const auto turn = TEulerAng::Create(angles[0], angles[1], angles[2]);
+    const auto add = [&](const std::string& Text, const std::vector<long double>& Exact) {
+      const TWorstNumber worst = WorstDecimal(Text, Exact, fewDecimals);
+      turned.Add(worst.Error, [&] { return WithDecimals(angles[worst.Place], fewDecimals); });
+    };
+    add(turn.ToString(fewDecimals), {angles.begin(), angles.end()});
+    add(turn.ToStringDeg(fewDecimals), inDegrees);
 
     const std::string row = LongRow(random);
     const std::vector<std::string> items = Split(row, ',');

@@ -279,13 +279,14 @@ long double BlackmanWindow(int D, int N) {
   return 0.42L + 0.5L * std::cos(2.0L * kExactPi * D / (N - 1)) + 0.08L * std::cos(4.0L * kExactPi * D / N);
 }
 
-void MeasureWindow(TLowPassWindowFilter& Filter, long double (*Window)(int D, int N), TErrorRow& Row) {
+void MeasureWindow(const std::string& Name, TLowPassWindowFilter& Filter, long double (*Window)(int D, int N),
+                   TErrorRow& Row) {
   for (const int n : {3, 5, 17, 101, 501}) {
     Filter.SetFilterOrder(n);
     Filter.CalN();
     for (int i = 0; i < n; ++i) {
       const long double error = std::fabs(Filter.GetWindowEff(i) - Window(i - (n - 1) / 2, n));
-      Row.Add(static_cast<double>(error) / kEpsilon, [&] { return Format1033("i = %d of %d", i, n); });
+      Row.Add(static_cast<double>(error) / kEpsilon, [&] { return Format1033("%s, i = %d of %d", Name, i, n); });
     }
   }
 }
@@ -294,8 +295,8 @@ void MeasureWindows(const TMeasurement& Measurement) {
   TErrorRow& row = Measurement.Table.Row({"Low-pass filters, GetWindowEff", "eps"}, 4.0);
   THammingLowPassFilter hamming;
   TBlackmanLowPassFilter blackman;
-  MeasureWindow(hamming, HammingWindow, row);
-  MeasureWindow(blackman, BlackmanWindow, row);
+  MeasureWindow("Hamming", hamming, HammingWindow, row);
+  MeasureWindow("Blackman", blackman, BlackmanWindow, row);
 }
 
 // The samples of an irregularly timed signal, in the extended format: between two of them it is a straight line.

@@ -26,17 +26,18 @@ How far the results of the library are off: the largest and the mean error of ev
 largest one. \`scripts/evidence.sh accuracy\` makes this page anew; this one was made with $(${CXX:-c++} --version | head -n 1) and
 $(ldd --version | head -n 1).
 
-Operations are held against the sets of \`tests/accuracy/references\`, computed with 50 digits by \`References.py\` from fixed seeds; this page
-uses ten times as many cases as the files there; case k of a set is its line k + 1, below its heading, in the sets that the command
-leaves in \`build/accuracy/references/ten-times\`. Laws and comparisons with the extended format draw their input from \`TPortableRandom\`
-(\`tests/support/PortableRandom.h\`). A short input stands in the table itself; of a longer one there are its number, counted from 0, and
-the seed of the generator, from which the loop below the row's name in \`tests/accuracy\` draws one after another.
+Operations are held against the sets of \`tests/accuracy/references\`, computed with 50 digits by \`References.py\` from fixed seeds;
+this page uses ten times as many cases as the files there; case k of a set is its line k + 1, below its heading, in the sets that
+the command leaves in \`build/accuracy/references/ten-times\`. Laws and comparisons with the extended format draw their input from
+\`TPortableRandom\` (\`tests/support/PortableRandom.h\`). A short input stands in the table itself; of a longer one there are its
+number, counted from 0, and the seed of the generator, from which the loop below the row's name in \`tests/accuracy\` draws one after
+another. Forms for many have no rows of their own, as they give the bits of the single form; nor has what only copies, picks or
+decides.
 
-A goal was set before anything was measured. A limit is what an ordinary test holds the operation to, with fewer cases. Where there is a
-goal, it is the limit, too, but for the shortfalls, whose limits are looser. Elsewhere 0.501 ulp is the limit of what is rounded once, 0 that
-of what is exact; the other limits were put above the largest error that was measured, mostly at two to four times of it: they tell
-of a change for the worse, and promise nothing. Forms for many have no rows of their own, as they give the bits of the single form; nor
-has what only copies, picks or decides.
+A goal was set before anything was measured. A limit is what an ordinary test holds the operation to, with fewer cases. Where there
+is a goal, it is the limit, too, but for the shortfalls, whose limits are looser. Elsewhere 0.501 ulp is the limit of what is
+rounded once, and 0 that of what is exact; the other limits were put above the largest error that was measured, mostly at two to
+four times of it: they tell of a change for the worse, and promise nothing.
 
 | unit | meaning |
 |---|---|
