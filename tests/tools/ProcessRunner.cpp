@@ -6,11 +6,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <ostream>
 #include <string_view>
+#include <system_error>
 
 namespace ZORBase::Test {
 namespace {
@@ -67,6 +69,7 @@ TRun RunProcess(const std::vector<std::string>& Command, const TRunManner& Manne
   const pid_t child = ::fork();
   if (child == 0) Become(Command, Manner, ::fileno(input.get()), output, ::fileno(err.get()));
   ::close(output);
+  if (child < 0) throw std::system_error(errno, std::generic_category(), "fork");
   int status = 0;
   rusage usage{};
   ::wait4(child, &status, 0, &usage);
