@@ -184,7 +184,7 @@ int StatusOfTracedChild(int (*Question)()) {
 
 TEST(DebuggerAttached, IsTrueInATracedProcessWhichStartsWithItsLoggerOn) {
   const int attached = StatusOfTracedChild([] { return DebuggerAttached() ? 1 : 0; });
-  ASSERT_NE(attached, kCannotBeTraced) << "this system does not let a process be traced";
+  if (attached == kCannotBeTraced) GTEST_SKIP() << "this system does not let a process be traced";
   EXPECT_EQ(attached, 1);
   const int enabled = StatusOfTracedChild([] {
     uZORCommon::initialization();

@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <regex>
 #include <string>
 #include <thread>
@@ -70,18 +71,15 @@ TEST(TProgress, WorkThatIsDoneSoonStaysSilentAndIsNotHeldUp) {
 
 TEST(TProgress, WithoutATerminalNothingIsShown) { EXPECT_EQ(LinesOf(200, 50, 1ms, 50, false), ""); }
 
-// What zor prints on a terminal, until there is what is looked for or it ends.
-std::string TextOnTerminal(std::vector<std::string> Args, const std::regex& LookedFor) {
+// What zor prints on a terminal, until there is what is looked for or it ends; nothing where the system has no terminals.
+std::optional<std::string> TextOnTerminal(std::vector<std::string> Args, const std::regex& LookedFor) {
   Args.insert(Args.begin(), ZOR_PROGRAM);
   std::vector<char*> places;
   for (std::string& arg : Args) places.push_back(arg.data());
   places.push_back(nullptr);
   int terminal = -1;
   const pid_t process = ::forkpty(&terminal, nullptr, nullptr, nullptr);
-  if (process < 0) {
-    ADD_FAILURE() << "no terminal, or no process for it";
-    return {};
-  }
+  if (process < 0) return std::nullopt;
   if (process == 0) {
     ::execv(places.front(), places.data());
     ::_exit(127);
@@ -102,10 +100,10 @@ std::string TextOnTerminal(std::vector<std::string> Args, const std::regex& Look
 // The first line comes after a second, and more of them after that: the work takes several seconds, of which the test sees the first.
 TEST(ZorProgress, TheResponseOfALongFilterTellsHowFarItIs) {
   const std::string line = "zor: computing the response \\.\\.\\. [1-9][0-9]* %";
-  EXPECT_THAT(
-      TextOnTerminal({"filter", "--fs", "1", "--fc", "0.1", "--order", "999999", "--response", "-o", "/dev/null"},
-                     std::regex(line)),
-      testing::ContainsRegex(line));
+  const std::optional<std::string> text = TextOnTerminal(
+      {"filter", "--fs", "1", "--fc", "0.1", "--order", "999999", "--response", "-o", "/dev/null"}, std::regex(line));
+  if (!text) GTEST_SKIP() << "this system has no terminals";
+  EXPECT_THAT(*text, testing::ContainsRegex(line));
 }
 
 }  // namespace
